@@ -1,0 +1,30 @@
+#!/usr/bin/env bash
+# Installs the Debian packages Tolvane needs to build, run and test.
+# Idempotent: when every package is already present it returns at once.
+set -euo pipefail
+
+PACKAGES=(
+  qt6-base-dev libqt6opengl6-dev libgl-dev libgl1-mesa-dri libglx-mesa0
+  xvfb xauth fonts-dejavu-core
+  libarchive-dev libzip-dev pkg-config
+  libgtest-dev googletest libbenchmark-dev
+  ccache cmake ninja-build g++
+)
+
+missing=()
+for p in "${PACKAGES[@]}"; do
+  if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed"; then
+    missing+=("$p")
+  fi
+done
+
+if [ ${#missing[@]} -eq 0 ]; then
+  exit 0
+fi
+
+SUDO=""
+if [ "$(id -u)" -ne 0 ]; then SUDO="sudo"; fi
+echo "Installing: ${missing[*]}"
+$SUDO apt-get update -qq
+DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq --no-install-recommends \
+  -o DPkg::Lock::Timeout=300 "${missing[@]}"

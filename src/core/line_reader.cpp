@@ -1,0 +1,146 @@
+#include "core/line_reader.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+
+#include "core/runtime_error.h"
+
+namespace tolvane::core {
+
+namespace {
+constexpr std::size_t kBufferSize = 1 << 20;
+}
+
+LineReader::LineReader(const std::filesystem::path& path) : m_path(path) {
+  m_fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (m_fd < 0) raiseError(errorNumberFromErrno(errno, false), path.string());
+  struct stat st {};
+  if (::fstat(m_fd, &st) != 0 || S_ISDIR(st.st_mode)) {
+    ::close(m_fd);
+    m_fd = -1;
+    raiseError(kPathFileAccessError, path.string());
+  }
+  m_length = static_cast<std::uint64_t>(st.st_size);
+  m_buffer.resize(kBufferSize);
+}
+
+LineReader::~LineReader() { close(); }
+
+void LineReader::close() {
+  if (m_fd >= 0) ::close(m_fd);
+  m_fd = -1;
+}
+
+bool LineReader::fill() {
+  if (m_fd < 0) raiseError(kBadFileNameOrNumber, m_path.string());
+  m_bufferStart += m_end;
+  m_pos = 0;
+  m_end = 0;
+  for (;;) {
+    ssize_t n = ::read(m_fd, m_buffer.data(), m_buffer.size());
+    if (n < 0 && errno == EINTR) continue;
+    if (n < 0) raiseError(kDeviceIOError, m_path.string());
+    m_end = static_cast<std::size_t>(n);
+    return n > 0;
+  }
+}
+
+int LineReader::peek() {
+  if (m_pos == m_end && !fill()) return -1;
+  return static_cast<unsigned char>(m_buffer[m_pos]);
+}
+
+bool LineReader::atEnd() { return peek() < 0; }
+
+void LineReader::seek(std::uint64_t offset) {
+  if (m_fd < 0) raiseError(kBadFileNameOrNumber, m_path.string());
+  if (::lseek(m_fd, static_cast<off_t>(offset), SEEK_SET) < 0) raiseError(kBadFileNameOrNumber);
+  m_bufferStart = offset;
+  m_pos = m_end = 0;
+}
+
+void LineReader::readLineInto(std::string& out) {
+  out.clear();
+  for (;;) {
+    if (m_pos == m_end && !fill()) return;  // last line without an ending
+    const char* start = m_buffer.data() + m_pos;
+    const void* cr = std::memchr(start, '\r', m_end - m_pos);
+    if (cr == nullptr) {
+      out.append(start, m_end - m_pos);
+      m_pos = m_end;
+      continue;
+    }
+    const char* crp = static_cast<const char*>(cr);
+    out.append(start, static_cast<std::size_t>(crp - start));
+    m_pos += static_cast<std::size_t>(crp - start) + 1;
+    if (peek() == '\n') ++m_pos;
+    return;
+  }
+}
+
+bool LineReader::readRawLine(std::string& out) {
+  if (atEnd()) return false;
+  readLineInto(out);
+  return true;
+}
+
+std::string LineReader::ReadRawLine() {
+  std::string line;
+  if (!readRawLine(line)) raiseError(kInputPastEndOfFile, m_path.string());
+  return line;
+}
+
+void LineReader::readFieldInto(std::string& out) {
+  out.clear();
+  int c = peek();
+  while (c == ' ' || c == '\t') {
+    ++m_pos;
+    c = peek();
+  }
+  if (c == '"') {
+    ++m_pos;
+    // A quoted field runs to the next double quote; the rest up to the delimiter is dropped.
+    for (c = peek(); c >= 0 && c != '"'; c = peek()) {
+      out.push_back(static_cast<char>(c));
+      ++m_pos;
+    }
+    if (c == '"') ++m_pos;
+    for (c = peek(); c >= 0 && c != ',' && c != '\r'; c = peek()) ++m_pos;
+  } else {
+    for (;;) {
+      if (m_pos == m_end && !fill()) break;
+      const char* start = m_buffer.data() + m_pos;
+      const char* stop = start;
+      const char* limit = m_buffer.data() + m_end;
+      while (stop < limit && *stop != ',' && *stop != '\r') ++stop;
+      out.append(start, static_cast<std::size_t>(stop - start));
+      m_pos += static_cast<std::size_t>(stop - start);
+      if (stop < limit) break;
+    }
+    c = peek();
+  }
+  if (c == ',') {
+    ++m_pos;
+  } else if (c == '\r') {
+    ++m_pos;
+    if (peek() == '\n') ++m_pos;
+  }
+}
+
+bool LineReader::readField(std::string& out) {
+  if (atEnd()) return false;
+  readFieldInto(out);
+  return true;
+}
+
+std::string LineReader::ReadField() {
+  std::string field;
+  if (!readField(field)) raiseError(kInputPastEndOfFile, m_path.string());
+  return field;
+}
+
+}  // namespace tolvane::core

@@ -1,0 +1,28 @@
+// The run-time number text every tool writes numbers with, and Val for reading them.
+// Str form: a leading blank for values that are not negative, no zero before the point,
+// 7 significant digits for single precision and 15 for double, and the "E" form below
+// 1E-04 in magnitude and from 1E+07 (single) or 1E+15 (double) up.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tolvane::core {
+
+std::string StrSingle(double value);  // narrowed to single precision first
+std::string StrDouble(double value);
+std::string StrInteger(long long value);  // " 12", "-3"
+
+// Narrowing to single precision, as a Single variable holds the value.
+double toSingle(double value);
+
+// Longest numeric prefix after leading blanks and tabs; 0 when there is none.
+double Val(std::string_view text);
+
+// Text with leading (LTrim), trailing (RTrim) or both blanks removed; tabs stay, as
+// the run-time's trimming only removes blanks.
+std::string LTrim(std::string_view text);
+std::string RTrim(std::string_view text);
+std::string Trim(std::string_view text);
+
+}  // namespace tolvane::core

@@ -1,0 +1,86 @@
+#include "program/events.h"
+
+#include <filesystem>
+#include <new>
+
+#include "core/runtime_error.h"
+#include "program/program.h"
+#include "ui/services.h"
+
+namespace tolvane {
+
+void EventTable::add(const std::string& form, const std::string& control, EventKind kind, Handler handler) {
+  m_handlers[{form, control, kind}] = std::move(handler);
+}
+
+const Handler* EventTable::find(const std::string& form, const std::string& control, EventKind kind) const {
+  auto it = m_handlers.find({form, control, kind});
+  return it == m_handlers.end() ? nullptr : &it->second;
+}
+
+const EventTable& eventTable() {
+  static const EventTable table = [] {
+    EventTable t;
+    registerStartupEvents(t);
+    registerWorkspaceEvents(t);
+    return t;
+  }();
+  return table;
+}
+
+namespace {
+void reportRunTimeError(Program& program, int number, const std::string& text) {
+  program.setBusy(false);
+  ui::msgBox(program.services, "Run-time error '" + std::to_string(number) + "':\r\n\r\n" + text, kAppName,
+             ui::Buttons::OK, ui::Icon::Critical);
+}
+}  // namespace
+
+void runGuarded(Program& program, const std::function<void()>& command) {
+  try {
+    command();
+  } catch (const core::RuntimeError& e) {
+    std::string text = e.text();
+    if (!e.path().empty()) text += "\r\n" + e.path();
+    reportRunTimeError(program, e.number(), text);
+  } catch (const std::filesystem::filesystem_error& e) {
+    reportRunTimeError(program, core::kPathFileAccessError, e.what());
+  } catch (const std::bad_alloc&) {
+    reportRunTimeError(program, 7, "Out of memory");
+  }
+}
+
+bool fireEvent(Program& program, const std::string& form, const std::string& control, EventKind kind,
+               const EventArgs& args) {
+  const Handler* handler = eventTable().find(form, control, kind);
+  if (handler == nullptr) return false;
+  runGuarded(program, [&] { (*handler)(program, args); });
+  return true;
+}
+
+namespace {
+const std::pair<EventKind, const char*> kKindNames[] = {
+    {EventKind::Click, "click"},         {EventKind::RightClick, "rightclick"},
+    {EventKind::DblClick, "dblclick"},   {EventKind::Enter, "enter"},
+    {EventKind::Press, "press"},         {EventKind::Release, "release"},
+    {EventKind::RightRelease, "rightrelease"}, {EventKind::Change, "change"},
+    {EventKind::Key, "key"},             {EventKind::Drop, "drop"},
+    {EventKind::Timer, "timer"},         {EventKind::MouseMove, "mousemove"},
+    {EventKind::Load, "load"},           {EventKind::Unload, "unload"},
+    {EventKind::Select, "select"},
+};
+}  // namespace
+
+std::optional<EventKind> eventKindFromName(const std::string& name) {
+  for (const auto& [kind, text] : kKindNames)
+    if (name == text) return kind;
+  return std::nullopt;
+}
+
+const char* eventKindName(EventKind kind) {
+  for (const auto& [k, text] : kKindNames)
+    if (k == kind) return text;
+  return "?";
+}
+
+}  // namespace tolvane

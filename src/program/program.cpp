@@ -1,0 +1,38 @@
+#include "program/program.h"
+
+#include "core/figure_text.h"
+
+namespace tolvane {
+
+Program::Program(ui::Services& services_, ui::Settings& settings_, ProgramOptions options)
+    : services(services_),
+      settings(settings_),
+      workDir(std::move(options.workDir)),
+      currentDir(std::move(options.currentDir)),
+      appPath(std::move(options.appPath)),
+      commandLine(std::move(options.commandLine)) {
+  addForm(&opening);
+  addForm(&formNotes);
+}
+
+ui::Form* Program::form(const std::string& name) const {
+  for (ui::Form* f : m_forms)
+    if (f->name() == name) return f;
+  return nullptr;
+}
+
+std::filesystem::path Program::workFile(std::string_view name) const { return core::workFile(workDir, name); }
+
+void Program::setCurrentDirFromFile(const std::string& chosen) {
+  std::filesystem::path folder = core::nativePath(chosen).parent_path();
+  if (!folder.empty()) currentDir = folder;
+}
+
+std::string Program::posersFolder() const { return settings.get(kAppName, "Startup", "PLoc", "0"); }
+
+void Program::setBusy(bool busy) {
+  for (ui::Form* f : m_forms) f->setBusy(busy);
+  services.setBusy(busy);
+}
+
+}  // namespace tolvane

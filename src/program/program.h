@@ -1,0 +1,62 @@
+// The program state: the forms, the settings store, the Services, the Work folder and
+// the current directory. One instance lives as long as the program; every event
+// handler gets it.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "ui/opening.h"
+#include "ui/services.h"
+#include "ui/settings.h"
+
+namespace tolvane {
+
+inline constexpr const char* kAppName = "Tolvane";
+
+struct ProgramOptions {
+  std::filesystem::path workDir;     // the folder scratch files go to
+  std::filesystem::path currentDir;  // the starting current directory
+  std::string appPath;               // the folder the program runs from (TolvaneLoc)
+  std::string commandLine;           // the whole command line: one path or nothing
+};
+
+class Program {
+ public:
+  Program(ui::Services& services, ui::Settings& settings, ProgramOptions options);
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
+
+  ui::Services& services;
+  ui::Settings& settings;
+  std::filesystem::path workDir;
+  // The current directory is state of the program, not of the process: dialogs start
+  // in it and set it to the chosen file's folder.
+  std::filesystem::path currentDir;
+  std::string appPath;
+  std::string commandLine;
+  bool quitRequested = false;
+
+  ui::Opening opening;
+  ui::FormNotes formNotes;
+
+  // Every form by its name ("Opening", "FormNotes", ...); nullptr for an unknown name.
+  ui::Form* form(const std::string& name) const;
+  const std::vector<ui::Form*>& forms() const { return m_forms; }
+  void addForm(ui::Form* form) { m_forms.push_back(form); }
+
+  // A file in the Work folder, for a scratch name as the tools write it ("\cr2temp.txt").
+  std::filesystem::path workFile(std::string_view name) const;
+  // Sets the current directory to the folder of a file the user chose.
+  void setCurrentDirFromFile(const std::string& chosen);
+  // Reads the Poser folder ("PLoc") with its default, as every tool does each time.
+  std::string posersFolder() const;
+  // Shows or hides the busy pointer on every form and in the view.
+  void setBusy(bool busy);
+
+ private:
+  std::vector<ui::Form*> m_forms;
+};
+
+}  // namespace tolvane

@@ -1,0 +1,149 @@
+// The main form: the two panes of the workspace, the path boxes, the tool pictures,
+// the menus, and the form-level state that the tools read (the paths of the
+// destination and source, PathsDirty, SelectedPart, ...).
+#pragma once
+
+#include <string>
+
+#include "ui/form.h"
+
+namespace tolvane::ui {
+
+class Opening : public Form {
+ public:
+  Opening();
+
+  // Form-level state.
+  std::string OpenFilePath;
+  std::string LastOpenedPath;
+  int PathsDirty = 0;
+  std::string NewObjLine;
+  int SkipOpenDialog = 0;
+  int OpenRefused = 0;
+  std::string SelectedPart;
+  int MRUCount = 0;
+  bool ExtraMaterialsMode = false;
+
+  // Menus.
+  MenuItem MenuFile{this, "MenuFile", "&File"};
+  MenuItem MenuFileOpen{this, "MenuFileOpen", "&Open..."};
+  MenuItem MenuFileSave{this, "MenuFileSave", "&Save"};
+  MenuItem MenuFileSaveAs{this, "MenuFileSaveAs", "Save &As..."};
+  MenuItem menuRecent{this, "menuRecent", "&Recent Files"};
+  MenuItem MenuFileExit{this, "MenuFileExit", "E&xit"};
+  MenuItem MenuCR2Tools{this, "MenuCR2Tools", "&CR2 Tools"};
+  MenuItem MenuBrack{this, "MenuBrack", "&Bracket Checker"};
+  MenuItem MenuAttrib{this, "MenuAttrib", "Clear &ReadOnly Attributes..."};
+  MenuItem menuEditor{this, "menuEditor", "&Manual Editor"};
+  MenuItem MenuPropObjRel{this, "MenuPropObjRel", "Prop Obj File Relocator"};
+  MenuItem MenuPropTexRel{this, "MenuPropTexRel", "Prop Texture File Relocator"};
+  MenuItem MenuNotepad{this, "MenuNotepad", "&Notepad"};
+  MenuItem MenuNotebook{this, "MenuNotebook", "Open Note&book"};
+  MenuItem MenuHelp{this, "MenuHelp", "&Help"};
+  MenuItem MenuAbout{this, "MenuAbout", "&About Tolvane"};
+
+  // Start, recently used list, notes, closing effect.
+  ListBox ListMRU{this, "ListMRU"};
+  TextBox TextOpeningNotes{this, "TextOpeningNotes", true};
+  Image ImageSplash{this, "ImageSplash"};
+  Image PictureTile{this, "PictureTile"};
+  Timer TimerTileClose{this, "TimerTileClose", 10};
+
+  // File labels.
+  Label LabelFileName{this, "LabelFileName"};
+  Label LabelFileNameForEditor{this, "LabelFileNameForEditor"};
+  Label LabelChannelFileName{this, "LabelChannelFileName"};
+  Label LabelChannelFileNameForEditor{this, "LabelChannelFileNameForEditor"};
+  Label LabelFileSize{this, "LabelFileSize"};
+  Label LabelOBJFileName{this, "LabelOBJFileName"};
+  Label LabelOpenSource{this, "LabelOpenSource"};
+  Label LabelOpenSourceTitle{this, "LabelOpenSourceTitle"};
+  Label LabelBodyParts{this, "LabelBodyParts"};
+  Label LabelMaterials{this, "LabelMaterials"};
+  Label LabelPropOBJs{this, "LabelPropOBJs"};
+
+  // The panes and the hidden lists.
+  ListBox ListActors{this, "ListActors", true};
+  ListBox ListChannels{this, "ListChannels", true};
+  ListBox ListChannelsReorder{this, "ListChannelsReorder"};
+  ListBox ListChannelsReorderByPart{this, "ListChannelsReorderByPart"};
+  ListBox ListChannelsReorderNewOrder{this, "ListChannelsReorderNewOrder"};
+  ListBox ListChannelsReorderReordered{this, "ListChannelsReorderReordered"};
+  ListBox ListMaterials{this, "ListMaterials"};
+  ListBox ListMATColors{this, "ListMATColors"};
+  ListBox ListMatHiLite{this, "ListMatHiLite"};
+  ListBox ListPropObj{this, "ListPropObj"};
+  ListBox ListAllTexMaps{this, "ListAllTexMaps"};
+  ListBox ListEMCs{this, "ListEMCs"};
+  Timer TimerListAllTexMaps{this, "TimerListAllTexMaps", 3000};
+
+  // Path boxes and their labels.
+  Label LabelMainOBJPath{this, "LabelMainOBJPath"};
+  TextBox TextMainOBJ{this, "TextMainOBJ"};
+  Label LabelMainTex{this, "LabelMainTex"};
+  TextBox TextMainTex{this, "TextMainTex"};
+  Label LabelMainBump{this, "LabelMainBump"};
+  TextBox TextMainBump{this, "TextMainBump"};
+  Label LabelMainReflect{this, "LabelMainReflect"};
+  TextBox TextMainReflect{this, "TextMainReflect"};
+  Label LabelMainTrans{this, "LabelMainTrans"};
+  TextBox TextMainTrans{this, "TextMainTrans"};
+
+  // Material swatches.
+  Picture PictureMatColor{this, "PictureMatColor"};
+  Picture PictureMatHiLite{this, "PictureMatHiLite"};
+
+  // Tool pictures.
+  Picture PictureViewChannels{this, "PictureViewChannels"};
+  Picture PictureCopyToDest{this, "PictureCopyToDest"};
+  Picture PictureTrash{this, "PictureTrash"};
+  Picture PictureJoints{this, "PictureJoints"};
+  Picture PictureEMC{this, "PictureEMC"};
+  Picture PictureEditor{this, "PictureEditor"};
+  Picture PictureChangeRatio{this, "PictureChangeRatio"};
+  Picture PictureRenameMorph{this, "PictureRenameMorph"};
+  Picture PictureChannelReorderDone{this, "PictureChannelReorderDone"};
+  Picture PictureOBJView{this, "PictureOBJView"};
+  Picture PictureOBJExtract{this, "PictureOBJExtract"};
+  Picture PictureScaleObj{this, "PictureScaleObj"};
+  Picture PictureMash{this, "PictureMash"};
+  Picture PictureMapViewer{this, "PictureMapViewer"};
+  Picture PictureMirror{this, "PictureMirror"};
+  TextBox TextMorphRename{this, "TextMorphRename"};
+  OptionButton OptionChannelRename{this, "OptionChannelRename"};
+  OptionButton OptionBodyPartRename{this, "OptionBodyPartRename"};
+  TextBox TextTrackingSpeed{this, "TextTrackingSpeed"};
+  Label LabelX{this, "LabelX"};
+  Label LabelY{this, "LabelY"};
+  Label LabelZ{this, "LabelZ"};
+
+  // OBJ page controls of the main form.
+  TextBox TextOBJScale{this, "TextOBJScale"};
+  Slider SliderOBJScale{this, "SliderOBJScale", 1, 1000};
+  CheckBox CheckOBJBatch{this, "CheckOBJBatch"};
+  Frame FrameMash{this, "FrameMash"};
+  OptionButton OptionMashOBJ{this, "OptionMashOBJ"};
+  OptionButton OptionMashMorph{this, "OptionMashMorph"};
+
+  // The frames that carry the figure page.
+  Frame FrameFigurePage{this, "FrameFigurePage"};
+  Frame FramePaths{this, "FramePaths"};
+
+  // Bracket Checker results.
+  Picture PictureBrktsOK{this, "PictureBrktsOK"};
+  Picture PictureBrktLeft{this, "PictureBrktLeft"};
+  Picture PictureBrktRight{this, "PictureBrktRight"};
+  Picture PicturePushPin{this, "PicturePushPin"};
+  Timer TimerPushpin{this, "TimerPushpin", 700};
+};
+
+// The notes file viewer ("Open Notebook").
+class FormNotes : public Form {
+ public:
+  FormNotes();
+  TextBox RichTextBox1{this, "RichTextBox1", true};
+  Label CommandSave{this, "CommandSave"};
+  Label CommandClose{this, "CommandClose"};
+};
+
+}  // namespace tolvane::ui

@@ -1,0 +1,87 @@
+// What the tools ask of the user and the platform: message boxes, file dialogs, a typed
+// line, a colour, a printer, sounds, outside programs, HTTP, the busy pointer and the
+// event loop. The GUI implements it with real dialogs; tests and the script runner with
+// ScriptedServices.
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "ui/controls.h"
+
+namespace tolvane::ui {
+
+enum class Buttons { OK, OKCancel, YesNo, YesNoCancel, AbortRetryIgnore, RetryCancel };
+enum class Icon { None, Critical, Question, Exclamation, Information };
+enum class Answer { OK, Cancel, Yes, No, Abort, Retry, Ignore };
+
+struct Message {
+  std::string text;
+  std::string title;
+  Buttons buttons = Buttons::OK;
+  Icon icon = Icon::None;
+};
+
+struct FileDialogRequest {
+  enum class Kind { Open, Save } kind = Kind::Open;
+  std::string title;
+  std::string filter;                   // empty: no filter
+  std::filesystem::path startFolder;    // the program's current directory as a rule
+  std::string fileName;                 // proposed name
+};
+
+struct PrintJob {
+  std::string title;
+  std::string text;                     // lines separated by CR LF or LF
+  std::string fontFamily = "Courier";
+  int fontSize = 10;
+};
+
+class Services {
+ public:
+  virtual ~Services() = default;
+
+  virtual Answer message(const Message& message) = 0;
+  // The chosen path, or nothing on cancel.
+  virtual std::optional<std::string> fileDialog(const FileDialogRequest& request) = 0;
+  // A typed line ended by Enter, or nothing when the user cancels.
+  virtual std::optional<std::string> inputLine(const std::string& prompt, const std::string& title,
+                                               const std::string& initial) = 0;
+  virtual std::optional<Colour> chooseColour(Colour initial) = 0;
+  // Shows the print dialog and prints; false when the user cancels.
+  virtual bool print(const PrintJob& job) = 0;
+
+  virtual void beep() = 0;
+  virtual void setBusy(bool busy) = 0;
+  // Lets the event loop run: repaint, timers, keys the tools listen for.
+  virtual void yield() = 0;
+  // Plays a sound file without waiting; a missing file is ignored.
+  virtual void playSound(const std::filesystem::path& file) = 0;
+  // Starts an outside program without waiting; false when it cannot be started.
+  virtual bool startProcess(const std::string& program, const std::vector<std::string>& args) = 0;
+  // Fetches a text over HTTP; nothing on failure.
+  virtual std::optional<std::string> httpGet(const std::string& url) = 0;
+  // The closing effect of the main form: fill it with the tile picture, row by row.
+  virtual void tileClose() = 0;
+  // The operating system's folder where the exit sound lies.
+  virtual std::filesystem::path systemFolder() = 0;
+  virtual std::chrono::system_clock::time_point now() = 0;
+};
+
+// Shorthand for a message box.
+Answer msgBox(Services& services, const std::string& text, const std::string& title,
+              Buttons buttons = Buttons::OK, Icon icon = Icon::None);
+
+// Shows an open or save dialog starting in `startFolder`.
+std::optional<std::string> openDialog(Services& services, const std::filesystem::path& startFolder,
+                                      const std::string& title = {}, const std::string& fileName = {});
+std::optional<std::string> saveDialog(Services& services, const std::filesystem::path& startFolder,
+                                      const std::string& fileName, const std::string& title = {});
+
+const char* answerName(Answer answer);
+const char* buttonsName(Buttons buttons);
+
+}  // namespace tolvane::ui
