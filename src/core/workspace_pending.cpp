@@ -11,3 +11,15 @@ void WritePathChanges(Program&, PathWriteVariant) {
   core::raiseError(core::kInvalidProcedureCall, "Path write is not available yet");
 }
 }  // namespace tolvane
+
+#include "core/list_readers.h"
+
+namespace tolvane {
+void ListPropGeometry(Program&, const std::string& p) { core::raiseError(core::kInvalidProcedureCall, p); }
+void ListPropGeometryPropFile(Program&, const std::string& p) { core::raiseError(core::kInvalidProcedureCall, p); }
+void ListFileMaterials(Program&, const std::string& p) { core::raiseError(core::kInvalidProcedureCall, p); }
+void ListBodyParts(Program&, const std::string& p) { core::raiseError(core::kInvalidProcedureCall, p); }
+void ListAllChannels(Program&, const std::string& p) { core::raiseError(core::kInvalidProcedureCall, p); }
+void ListTextureMaps(Program&, const std::string& p) { core::raiseError(core::kInvalidProcedureCall, p); }
+std::string displayPath(const std::string& path) { return path; }
+}  // namespace tolvane

@@ -23,6 +23,8 @@ const EventTable& eventTable() {
     EventTable t;
     registerStartupEvents(t);
     registerWorkspaceEvents(t);
+    registerMorphEvents(t);
+    registerEditorEvents(t);
     return t;
   }();
   return table;

@@ -61,5 +61,7 @@ const char* eventKindName(EventKind kind);
 // Each module registers its handlers here.
 void registerStartupEvents(EventTable& table);
 void registerWorkspaceEvents(EventTable& table);
+void registerMorphEvents(EventTable& table);
+void registerEditorEvents(EventTable& table);
 
 }  // namespace tolvane
