@@ -138,7 +138,13 @@ std::optional<std::string> ScriptedServices::fileDialog(const FileDialogRequest&
   m_dialogs.push_back(request);
   const char* kind = request.kind == FileDialogRequest::Kind::Open ? "open" : "save";
   std::string start = request.startFolder.string();
-  ScriptedAnswer a = next(ScriptedAnswer::Kind::Dialog, std::string(kind) + " " + start);
+  ScriptedAnswer a;
+  if (m_preferredDialog) {
+    a = std::move(*m_preferredDialog);
+    m_preferredDialog.reset();
+  } else {
+    a = next(ScriptedAnswer::Kind::Dialog, std::string(kind) + " " + start);
+  }
   if (m_echo) *m_echo << "dialog " << kind << ' ' << start << " -> " << (a.cancel ? "cancel" : a.value) << '\n';
   if (a.cancel) return std::nullopt;
   return a.value;
