@@ -144,7 +144,7 @@ void Runner::answer(const ScriptLine& line) {
   std::string before, ans;
   const std::string& s = line.step;
   if (s == "msg" || s == "msg-any") {
-    if (!arrow(line.rest, before, ans)) throw ScriptWrong("missing -> BUTTON");
+    if (!arrow(" " + line.rest, before, ans)) throw ScriptWrong("missing -> BUTTON");
     if (s == "msg-any") return m_services.queue(ui::ScriptedAnswer::anyMessage(answerFromName(ans)));
     std::string title, text;
     if (!twoQuoted(before, title, text)) throw ScriptWrong("msg needs \"TITLE\" \"TEXT\"");
@@ -212,7 +212,7 @@ void Runner::act(const ScriptLine& line) {
     if (w.empty() || !quoted(line.rest, q)) throw ScriptWrong("select-text needs CONTROL \"TEXT\"");
     ui::ListBox& l = list(w[0]);
     int index = l.indexOf(q);
-    check(index >= 0, line, "no entry \"" + q + "\"");
+    if (index < 0) check(false, line, "no entry \"" + q + "\"");
     if (index >= 0) l.setListIndex(index);
     if (index >= 0 && l.multiSelect()) l.setSelected(index, true);
   } else if (s == "event") {
@@ -245,8 +245,8 @@ void Runner::act(const ScriptLine& line) {
     else throw ScriptWrong("no key event on " + w[0]);
   } else if (s == "menu") {
     Target t = target(line.rest);
-    check(t.control == nullptr || t.control->enabled(), line, line.rest + " is disabled");
-    if (t.control == nullptr || t.control->enabled()) fire(t, EventKind::Click);
+    if (t.control != nullptr && !t.control->enabled()) check(false, line, line.rest + " is disabled");
+    else fire(t, EventKind::Click);
   } else if (s == "check") {
     if (w.size() != 2) throw ScriptWrong("check needs CONTROL on|off");
     Target t = target(w[0]);
