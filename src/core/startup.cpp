@@ -170,7 +170,16 @@ void OpeningUnload(Program& program) {
     WritePathChanges(program, PathWriteVariant::Exit);
   core::deleteIgnoringErrors(program.workFile("color.txt"));
   // The exit path names the notes file without a separator after the program's folder.
-  if (!form.TextOpeningNotes.text().empty()) AppendNotes(program, program.appPath + "Notes.txt");
+  if (!form.TextOpeningNotes.text().empty()) {
+    std::string notes = program.appPath + "Notes.txt";
+    try {
+      AppendNotes(program, notes);
+    } catch (const core::RuntimeError& e) {
+      // A folder that cannot be written must not keep the user from leaving.
+      ui::msgBox(program.services, "The notes could not be written to " + notes + " (" + e.text() + ").", "Error!",
+                 ui::Buttons::OK, ui::Icon::Critical);
+    }
+  }
   SaveMRU(program);
   form.ListMRU.setVisible(false);
   for (ui::Form* f : program.forms())

@@ -140,6 +140,15 @@ TEST(Exit, UnwritableSettingsAreToldAndTheExitGoesOn) {
   EXPECT_TRUE(t->quitRequested);
 }
 
+TEST(Exit, NotesThatCannotBeWrittenAreToldAndTheExitGoesOn) {
+  TestProgram t;
+  t->appPath = (t.dir / "no such folder" / "x").string();
+  t->opening.TextOpeningNotes.setText("remember");
+  t.services.expect("Error!", "The notes could not be written to...");
+  fireEvent(*t, "Opening", "Opening", EventKind::Unload);
+  EXPECT_TRUE(t->quitRequested);
+}
+
 TEST(ReadOnlyTool, ClearsTheAttributeAndCountsFromTheSecondMatch) {
   TestProgram t;
   for (const char* n : {"a.cr2", "b.cr2", "c.cr2", "d.pz2"}) {
