@@ -4,9 +4,11 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
+#include "ui/form_editor.h"
 #include "ui/opening.h"
 #include "ui/services.h"
 #include "ui/settings.h"
@@ -40,6 +42,10 @@ class Program {
 
   ui::Opening opening;
   ui::FormNotes formNotes;
+  ui::FormEditor formEditor;
+
+  // Shows the Manual Editor with the destination file (the open of an mtl file).
+  std::function<void()> onShowEditor;
 
   // Every form by its name ("Opening", "FormNotes", ...); nullptr for an unknown name.
   ui::Form* form(const std::string& name) const;

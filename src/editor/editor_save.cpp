@@ -1,0 +1,73 @@
+#include "editor/editor_save.h"
+
+#include <filesystem>
+#include <system_error>
+
+#include "core/figure_text.h"
+#include "core/line_writer.h"
+#include "core/runtime_error.h"
+#include "core/scratch_file.h"
+#include "program/program.h"
+#include "ui/services.h"
+
+namespace tolvane::editor {
+
+namespace {
+constexpr const char* kScratch = "\\EditorSave.tmp";
+
+// Moves the finished scratch copy to the target; across file systems it is copied.
+void moveScratch(const std::filesystem::path& scratch, const std::filesystem::path& target) {
+  std::error_code ec;
+  std::filesystem::rename(scratch, target, ec);
+  if (!ec) return;
+  if (ec != std::errc::cross_device_link) core::raiseError(core::kPathFileAccessError, target.string());
+  std::filesystem::copy_file(scratch, target, std::filesystem::copy_options::overwrite_existing, ec);
+  if (ec) core::raiseError(core::kPathFileAccessError, target.string());
+  core::deleteIgnoringErrors(scratch);
+}
+
+void writePane(Program& program, ui::TextPane& pane, const std::string& chosen) {
+  std::filesystem::path scratch = program.workFile(kScratch);
+  core::deleteIgnoringErrors(scratch);
+  {
+    core::LineWriter out(scratch, core::LineWriter::Mode::Output);
+    out.write(pane->text());
+    out.close();
+  }
+  std::filesystem::path target = core::nativePath(chosen);
+  // The pane's own file goes first; any other file of the chosen name is replaced too.
+  if (core::fileExists(target)) core::killFile(target);
+  moveScratch(scratch, target);
+}
+}  // namespace
+
+void SavePane(Program& program, Side side) {
+  ui::FormEditor& form = program.formEditor;
+  ui::TextPane& pane = paneOf(form, side);
+  std::string current = paneFile(form, side);
+  auto chosen = ui::saveDialog(program.services, program.currentDir, current);
+  if (chosen && !chosen->empty()) {
+    program.setCurrentDirFromFile(*chosen);
+    program.setBusy(true);
+    writePane(program, pane, *chosen);
+    program.setBusy(false);
+    pane->setModified(false);
+  }
+  pane.setBackColor(ui::kWhite);
+  changedFlag(form, side) = 0;
+}
+
+void PictureSaveClick(Program& program) {
+  ui::FormEditor& form = program.formEditor;
+  ui::TextPane& active = paneOf(form, activeSide(form));
+  active.setBackColor(ui::kPaneAlert);
+  active.setFocus();
+  SavePane(program, form.RichTextBox1.backColor() == ui::kPaneAlert ? Side::Left : Side::Right);
+}
+
+void PictureSaveRightClick(Program& program) {
+  ui::msgBox(program.services, "Click this to save the file at any point.", "Info", ui::Buttons::OK,
+             ui::Icon::Information);
+}
+
+}  // namespace tolvane::editor
