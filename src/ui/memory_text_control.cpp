@@ -53,12 +53,20 @@ void MemoryTextControl::setSelection(std::int64_t start, std::int64_t length) {
   m_selLength = std::clamp<std::int64_t>(length, 0, this->length() - m_selStart);
 }
 
-std::string MemoryTextControl::selectedText() const {
+std::string MemoryTextControl::mid(std::int64_t start, std::int64_t length) const {
+  start = std::clamp<std::int64_t>(start, 0, this->length());
+  length = std::clamp<std::int64_t>(length, 0, this->length() - start);
+  auto from = static_cast<std::size_t>(start);
+  auto to = static_cast<std::size_t>(start + length);
   std::string out;
-  out.reserve(static_cast<std::size_t>(m_selLength));
-  for (std::int64_t i = 0; i < m_selLength; ++i) out += at(static_cast<std::size_t>(m_selStart + i));
+  out.reserve(to - from);
+  if (from < m_gapStart) out.append(m_buf, from, std::min(to, m_gapStart) - from);
+  std::size_t behind = std::max(from, m_gapStart);
+  if (behind < to) out.append(m_buf, behind + gapLength(), to - behind);
   return out;
 }
+
+std::string MemoryTextControl::selectedText() const { return mid(m_selStart, m_selLength); }
 
 void MemoryTextControl::moveGap(std::size_t position) {
   if (position < m_gapStart) {

@@ -16,6 +16,7 @@ class MemoryTextControl : public TextControl {
   std::string text() const override;
   void setText(std::string text) override;
   std::int64_t length() const override;
+  std::string mid(std::int64_t start, std::int64_t length) const override;
 
   std::int64_t selStart() const override { return m_selStart; }
   std::int64_t selLength() const override { return m_selLength; }

@@ -28,6 +28,8 @@ class TextControl {
   // Replaces the whole text; the selection goes to 0, the modified flag is cleared.
   virtual void setText(std::string text) = 0;
   virtual std::int64_t length() const = 0;
+  // `length` bytes from `start`, clamped to the text: what a view draws.
+  virtual std::string mid(std::int64_t start, std::int64_t length) const = 0;
 
   virtual std::int64_t selStart() const = 0;
   virtual std::int64_t selLength() const = 0;

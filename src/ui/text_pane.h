@@ -1,10 +1,10 @@
 // An editor pane as a control of its form: visibility, colours, focus, width and place
-// in front, with the text control that holds its text. The pane keeps an in-memory text
-// control of its own; a view can put its editor widget in its place.
+// in front, with the text control that holds its text in memory. A view draws the pane
+// from the text control and edits through it, so the handlers and the view always see
+// the same text.
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string>
 
 #include "ui/memory_text_control.h"
@@ -15,17 +15,10 @@ class TextPane : public Control {
  public:
   TextPane(Form* form, std::string name);
 
-  // The text control now in use: the pane's own one, or the one a view attached.
-  TextControl& text() { return *m_control; }
-  const TextControl& text() const { return *m_control; }
-  TextControl* operator->() { return m_control; }
-  const TextControl* operator->() const { return m_control; }
-
-  // Puts `control` in place of the in-memory one, handing over text, selection and
-  // modified flag. Detach hands them back; a view detaches before it goes.
-  void attach(TextControl* control);
-  void detach();
-  bool attached() const { return m_control != &m_memory; }
+  TextControl& text() { return m_control; }
+  const TextControl& text() const { return m_control; }
+  TextControl* operator->() { return &m_control; }
+  const TextControl* operator->() const { return &m_control; }
 
   // Width in pixels; kFullWidth fills the form.
   static constexpr int kFullWidth = -1;
@@ -35,14 +28,11 @@ class TextPane : public Control {
   int zOrder() const { return m_zOrder; }
   void setZOrder(int order) { set(m_zOrder, order); }
 
-  // Tells the view that the text or selection changed through the model.
+  // Tells the view that the text or the selection changed.
   void textChanged() { changed(); }
 
  private:
-  static void handOver(TextControl& from, TextControl& to);
-
-  MemoryTextControl m_memory;
-  TextControl* m_control = &m_memory;
+  MemoryTextControl m_control;
   int m_width = kFullWidth;
   int m_zOrder = 0;
 };

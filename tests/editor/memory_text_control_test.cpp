@@ -111,6 +111,7 @@ TEST(MemoryTextControl, AgreesWithAPlainStringUnderRandomEdits) {
       case 2: {
         auto lf = std::count(model.begin(), model.begin() + start, '\n');
         ASSERT_EQ(t.lineFromChar(start), lf);
+        ASSERT_EQ(t.mid(start, 7), model.substr(static_cast<std::size_t>(start), 7));
         break;
       }
       default: {
