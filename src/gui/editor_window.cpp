@@ -44,7 +44,7 @@ EditorWindow::EditorWindow(Program& program, QWidget* parent)
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
     for (const auto& [control, widget] : m_widgets)
       if (widget == now || (widget == m_find && now == m_find->lineEdit()))
-        const_cast<ui::Control*>(control)->setFocus();
+        control->setFocus();
   });
   refreshAll();
 }

@@ -70,7 +70,7 @@ class EditorWindow : public QWidget {
   QCheckBox* m_wholeWord = nullptr;
   QCheckBox* m_matchCase = nullptr;
   QTimer m_timer1, m_timer2;
-  std::map<const ui::Control*, QWidget*> m_widgets;
+  std::map<ui::Control*, QWidget*> m_widgets;
   bool m_refreshing = false;
 };
 
