@@ -115,7 +115,6 @@ QWidget* EditorWindow::buildFindRow() {
   connect(m_find, &QComboBox::editTextChanged, this, [this](const QString& t) {
     if (!m_refreshing) m_form.ComboFind.setText(bytesFromText(t));
   });
-  connect(m_find->lineEdit(), &QLineEdit::returnPressed, this, [this] { fire("ComboFind", EventKind::Enter); });
   m_wholeWord = new QCheckBox;
   m_matchCase = new QCheckBox;
   m_wholeWord->setObjectName("CheckWholeWord");
@@ -285,7 +284,12 @@ void EditorWindow::resizeEvent(QResizeEvent* event) {
 bool EditorWindow::eventFilter(QObject* watched, QEvent* event) {
   if (watched == m_paneArea && event->type() == QEvent::Resize) layoutPanes();
   if (m_find != nullptr && watched == m_find->lineEdit() && event->type() == QEvent::KeyPress) {
+    // Keys are taken here: the combo box hands an unused Enter back to its line edit.
     auto* key = static_cast<QKeyEvent*>(event);
+    if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
+      fire("ComboFind", EventKind::Enter);
+      return true;
+    }
     if (key->key() == Qt::Key_F3) {
       EventArgs args;
       args.keyCode = 114;
