@@ -78,7 +78,8 @@ int main(int argc, char** argv) {
   std::filesystem::create_directories(dir);
   auto file = dir / "big.cr2";
   writeFigure(file, megabytes << 20);
-  std::printf("figure: %.1f MB, %d places of \"%s\"\n", std::filesystem::file_size(file) / 1048576.0, kWordCount, kWord);
+  std::printf("figure: %.1f MB, %d places of \"%s\"\n", std::filesystem::file_size(file) / 1048576.0,
+              kWordCount, kWord);
 
   std::string plain;
   double readTime = plainRead(file, plain);
@@ -123,8 +124,8 @@ int main(int argc, char** argv) {
   std::printf("plain scan:        %8.3f s  (%d places)\n", scanTime, count);
   std::printf("replace all:       %8.3f s  (%.2f x plain read + scan), none left: %s\n", replaceTime,
               replaceTime / (readTime + scanTime), left == -1 ? "yes" : "no");
-  std::printf("peak memory:       %8.1f MB after the load, %.1f MB at the end (VmHWM)\n", peakAfterLoad / 1024.0,
-              peakKiB() / 1024.0);
+  std::printf("peak memory:       %8.1f MB after the load, %.1f MB at the end (VmHWM)\n",
+              peakAfterLoad / 1024.0, peakKiB() / 1024.0);
   std::filesystem::remove_all(dir);
   return left == -1 && count == kWordCount ? 0 : 1;
 }

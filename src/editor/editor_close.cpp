@@ -16,7 +16,8 @@ bool askAndSave(Program& program, Side side) {
   ui::TextPane& pane = paneOf(form, side);
   form.bringToFront(pane);
   pane.setBackColor(ui::kPaneAlert);
-  ui::Answer answer = ui::msgBox(program.services, "Save changes?", "Note!", ui::Buttons::YesNo, ui::Icon::Question);
+  ui::Answer answer =
+      ui::msgBox(program.services, "Save changes?", "Note!", ui::Buttons::YesNo, ui::Icon::Question);
   if (answer != ui::Answer::Yes) return false;
   SavePane(program, side);
   return true;

@@ -16,7 +16,8 @@ namespace tolvane {
 namespace {
 using Plain = void (*)(Program&);
 
-void on(EventTable& table, const std::string& form, const std::string& control, EventKind kind, Plain handler) {
+void on(EventTable& table, const std::string& form, const std::string& control, EventKind kind,
+        Plain handler) {
   table.add(form, control, kind, [handler](Program& p, const EventArgs&) { handler(p); });
 }
 
@@ -33,8 +34,10 @@ void registerPanes(EventTable& table, const std::string& f) {
   using editor::Side;
   for (Side side : {Side::Left, Side::Right}) {
     std::string pane = side == Side::Left ? "RichTextBox1" : "RichTextBox2";
-    table.add(f, pane, EventKind::Key, [side](Program& p, const EventArgs& a) { editor::PaneKeyDown(p, side, a); });
-    table.add(f, pane, EventKind::Click, [side](Program& p, const EventArgs&) { editor::PaneClick(p, side); });
+    table.add(f, pane, EventKind::Key,
+              [side](Program& p, const EventArgs& a) { editor::PaneKeyDown(p, side, a); });
+    table.add(f, pane, EventKind::Click,
+              [side](Program& p, const EventArgs&) { editor::PaneClick(p, side); });
     table.add(f, side == Side::Left ? "Timer1" : "Timer2", EventKind::Timer,
               [side](Program& p, const EventArgs&) { editor::PaneTimer(p, side); });
   }

@@ -16,7 +16,8 @@ void showFindControls(ui::FormEditor& form, bool find, bool replace) {
 }  // namespace
 
 int findOptions(const ui::FormEditor& form) {
-  return (form.CheckWholeWord.value() ? ui::kFindWholeWord : 0) | (form.CheckMatchCase.value() ? ui::kFindMatchCase : 0);
+  return (form.CheckWholeWord.value() ? ui::kFindWholeWord : 0) |
+         (form.CheckMatchCase.value() ? ui::kFindMatchCase : 0);
 }
 
 std::int64_t runFind(ui::FormEditor& form, ui::TextPane& pane, int options) {

@@ -7,8 +7,8 @@
 namespace tolvane::editor {
 
 bool keyMarksChange(int keyCode) {
-  return (keyCode >= 65 && keyCode <= 111) || keyCode == 13 || keyCode == 32 || keyCode == 46 || keyCode == 8 ||
-         keyCode == 9;
+  return (keyCode >= 65 && keyCode <= 111) || keyCode == 13 || keyCode == 32 || keyCode == 46 ||
+         keyCode == 8 || keyCode == 9;
 }
 
 void ShowLineNumber(Program& program, Side side) {

@@ -37,7 +37,8 @@ namespace {
 std::string readWholeFile(const std::string& path) {
   std::filesystem::path native = core::nativePath(path);
   int fd = ::open(native.c_str(), O_RDONLY | O_CLOEXEC);
-  if (fd < 0) core::raiseError(errno == ENOENT ? core::kFileNotFound : core::errorNumberFromErrno(errno, false), path);
+  if (fd < 0)
+    core::raiseError(errno == ENOENT ? core::kFileNotFound : core::errorNumberFromErrno(errno, false), path);
   std::string bytes;
   try {
     bytes.resize(core::fileLength(native));

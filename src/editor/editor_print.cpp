@@ -12,9 +12,9 @@ void PicturePrintClick(Program& program) {
   ui::TextPane& pane = paneOf(form, side);
   bool selection = pane->selLength() > 0;
   if (!selection) {
-    ui::Answer answer = ui::msgBox(program.services,
-                                   "There is no text selected.  Do you really want to print ALL of this file?",
-                                   "ALERT!", ui::Buttons::YesNo, ui::Icon::Exclamation);
+    ui::Answer answer = ui::msgBox(
+        program.services, "There is no text selected.  Do you really want to print ALL of this file?",
+        "ALERT!", ui::Buttons::YesNo, ui::Icon::Exclamation);
     if (answer != ui::Answer::Yes) return;
   }
   ui::PrintJob job;

@@ -15,10 +15,10 @@ constexpr int kTabColumns = 8;
 constexpr int kMargin = 4;
 
 // The characters of bytes 0x80 to 0x9F in Windows-1252; 0 where the code page has none.
-constexpr char16_t kCp1252High[32] = {
-    0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0,      0x017D, 0,      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
+constexpr char16_t kCp1252High[32] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                      0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
+                                      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                      0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
 
 QChar charFromByte(unsigned char b) {
   if (b >= 0x80 && b < 0xA0 && kCp1252High[b - 0x80] != 0) return QChar(kCp1252High[b - 0x80]);
@@ -44,7 +44,8 @@ QString textFromBytes(std::string_view bytes) {
   QString out;
   out.reserve(static_cast<qsizetype>(bytes.size()));
   for (std::size_t i = 0; i < bytes.size(); ++i) {
-    if (bytes[i] == '\r' && i + 1 < bytes.size() && bytes[i + 1] == '\n') continue;  // CR LF reads as one break
+    if (bytes[i] == '\r' && i + 1 < bytes.size() && bytes[i + 1] == '\n')
+      continue;  // CR LF reads as one break
     out += bytes[i] == '\r' ? QChar('\n') : charFromByte(static_cast<unsigned char>(bytes[i]));
   }
   return out;
@@ -55,8 +56,10 @@ std::string bytesFromText(const QString& text) {
   out.reserve(static_cast<std::size_t>(text.size()));
   for (QChar c : text) {
     if (c == QChar('\r')) continue;
-    if (c == QChar('\n') || c == QChar::ParagraphSeparator) out += "\r\n";
-    else out += byteFromChar(c);
+    if (c == QChar('\n') || c == QChar::ParagraphSeparator)
+      out += "\r\n";
+    else
+      out += byteFromChar(c);
   }
   return out;
 }
@@ -172,14 +175,17 @@ void EditorView::updateScrollBars() {
 void EditorView::ensureCaretVisible() {
   std::int64_t line = text().lineFromChar(m_caret);
   int top = verticalScrollBar()->value();
-  if (line < top) verticalScrollBar()->setValue(static_cast<int>(line));
-  else if (line >= top + visibleLines()) verticalScrollBar()->setValue(static_cast<int>(line - visibleLines() + 1));
+  if (line < top)
+    verticalScrollBar()->setValue(static_cast<int>(line));
+  else if (line >= top + visibleLines())
+    verticalScrollBar()->setValue(static_cast<int>(line - visibleLines() + 1));
   std::int64_t column = columnOf(m_caret);
   m_widest = std::max(m_widest, column + 1);
   updateScrollBars();
   int x = static_cast<int>(column) * m_charWidth;
   int left = horizontalScrollBar()->value();
-  if (x < left) horizontalScrollBar()->setValue(x);
+  if (x < left)
+    horizontalScrollBar()->setValue(x);
   else if (x + m_charWidth + 2 * kMargin > left + viewport()->width())
     horizontalScrollBar()->setValue(x + m_charWidth + 2 * kMargin - viewport()->width());
 }
@@ -190,8 +196,8 @@ void EditorView::paintEvent(QPaintEvent*) {
   const std::int64_t last = std::min(m_lines, first + visibleLines() + 1);
   const int xOffset = kMargin - horizontalScrollBar()->value();
   const std::int64_t selFrom = std::min(m_anchor, m_caret), selTo = std::max(m_anchor, m_caret);
-  const QColor selectionBack = text().selColor() == ui::kBlack ? palette().color(QPalette::Highlight)
-                                                                : qColour(text().selColor());
+  const QColor selectionBack =
+      text().selColor() == ui::kBlack ? palette().color(QPalette::Highlight) : qColour(text().selColor());
   std::int64_t widest = m_widest;
   for (std::int64_t line = first; line < last; ++line) {
     const int y = static_cast<int>(line - first) * m_lineHeight;
@@ -274,13 +280,26 @@ bool EditorView::moveKey(QKeyEvent* event) {
     case Qt::Key_Right:
       moveCaret(m_anchor != m_caret && !extend ? std::max(m_anchor, m_caret) : stepRight(m_caret), extend);
       break;
-    case Qt::Key_Up: vertical(line - 1); return true;
-    case Qt::Key_Down: vertical(line + 1); return true;
-    case Qt::Key_PageUp: vertical(line - visibleLines()); return true;
-    case Qt::Key_PageDown: vertical(line + visibleLines()); return true;
-    case Qt::Key_Home: moveCaret(ctrl ? 0 : lineStart(line), extend); break;
-    case Qt::Key_End: moveCaret(ctrl ? text().length() : lineEnd(line), extend); break;
-    default: return false;
+    case Qt::Key_Up:
+      vertical(line - 1);
+      return true;
+    case Qt::Key_Down:
+      vertical(line + 1);
+      return true;
+    case Qt::Key_PageUp:
+      vertical(line - visibleLines());
+      return true;
+    case Qt::Key_PageDown:
+      vertical(line + visibleLines());
+      return true;
+    case Qt::Key_Home:
+      moveCaret(ctrl ? 0 : lineStart(line), extend);
+      break;
+    case Qt::Key_End:
+      moveCaret(ctrl ? text().length() : lineEnd(line), extend);
+      break;
+    default:
+      return false;
   }
   m_wantedColumn = -1;
   return true;
@@ -321,7 +340,8 @@ void EditorView::keyPressEvent(QKeyEvent* event) {
     if (!moveKey(event)) editKey(event);
   }
   int shift = ((event->modifiers() & Qt::ShiftModifier) ? 1 : 0) |
-              ((event->modifiers() & Qt::ControlModifier) ? 2 : 0) | ((event->modifiers() & Qt::AltModifier) ? 4 : 0);
+              ((event->modifiers() & Qt::ControlModifier) ? 2 : 0) |
+              ((event->modifiers() & Qt::AltModifier) ? 4 : 0);
   event->accept();
   emit keyDown(code, shift);
 }
@@ -360,37 +380,62 @@ int EditorView::keyCode(int qtKey, bool keypad) {
   if (keypad && qtKey >= Qt::Key_0 && qtKey <= Qt::Key_9) return 96 + (qtKey - Qt::Key_0);
   if (keypad) {
     switch (qtKey) {
-      case Qt::Key_Asterisk: return 106;
-      case Qt::Key_Plus: return 107;
-      case Qt::Key_Minus: return 109;
-      case Qt::Key_Period: return 110;
-      case Qt::Key_Slash: return 111;
-      default: break;
+      case Qt::Key_Asterisk:
+        return 106;
+      case Qt::Key_Plus:
+        return 107;
+      case Qt::Key_Minus:
+        return 109;
+      case Qt::Key_Period:
+        return 110;
+      case Qt::Key_Slash:
+        return 111;
+      default:
+        break;
     }
   }
   if ((qtKey >= Qt::Key_A && qtKey <= Qt::Key_Z) || (qtKey >= Qt::Key_0 && qtKey <= Qt::Key_9)) return qtKey;
   if (qtKey >= Qt::Key_F1 && qtKey <= Qt::Key_F16) return 112 + (qtKey - Qt::Key_F1);
   switch (qtKey) {
     case Qt::Key_Return:
-    case Qt::Key_Enter: return 13;
-    case Qt::Key_Space: return 32;
-    case Qt::Key_Delete: return 46;
-    case Qt::Key_Backspace: return 8;
-    case Qt::Key_Tab: return 9;
-    case Qt::Key_Escape: return 27;
-    case Qt::Key_PageUp: return 33;
-    case Qt::Key_PageDown: return 34;
-    case Qt::Key_End: return 35;
-    case Qt::Key_Home: return 36;
-    case Qt::Key_Left: return 37;
-    case Qt::Key_Up: return 38;
-    case Qt::Key_Right: return 39;
-    case Qt::Key_Down: return 40;
-    case Qt::Key_Insert: return 45;
-    case Qt::Key_Shift: return 16;
-    case Qt::Key_Control: return 17;
-    case Qt::Key_Alt: return 18;
-    default: return 0;
+    case Qt::Key_Enter:
+      return 13;
+    case Qt::Key_Space:
+      return 32;
+    case Qt::Key_Delete:
+      return 46;
+    case Qt::Key_Backspace:
+      return 8;
+    case Qt::Key_Tab:
+      return 9;
+    case Qt::Key_Escape:
+      return 27;
+    case Qt::Key_PageUp:
+      return 33;
+    case Qt::Key_PageDown:
+      return 34;
+    case Qt::Key_End:
+      return 35;
+    case Qt::Key_Home:
+      return 36;
+    case Qt::Key_Left:
+      return 37;
+    case Qt::Key_Up:
+      return 38;
+    case Qt::Key_Right:
+      return 39;
+    case Qt::Key_Down:
+      return 40;
+    case Qt::Key_Insert:
+      return 45;
+    case Qt::Key_Shift:
+      return 16;
+    case Qt::Key_Control:
+      return 17;
+    case Qt::Key_Alt:
+      return 18;
+    default:
+      return 0;
   }
 }
 

@@ -43,8 +43,7 @@ EditorWindow::EditorWindow(Program& program, QWidget* parent)
   // The form learns where the focus went, so that a refresh does not pull it back.
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
     for (const auto& [control, widget] : m_widgets)
-      if (widget == now || (widget == m_find && now == m_find->lineEdit()))
-        control->setFocus();
+      if (widget == now || (widget == m_find && now == m_find->lineEdit())) control->setFocus();
   });
   refreshAll();
 }
@@ -131,7 +130,8 @@ QWidget* EditorWindow::buildFindRow() {
   connect(m_replace, &QLineEdit::textEdited, this,
           [this](const QString& t) { m_form.TextReplace.setText(bytesFromText(t)); });
   connect(m_replace, &QLineEdit::returnPressed, this, [this] { fire("TextReplace", EventKind::Enter); });
-  for (QWidget* w : std::initializer_list<QWidget*>{findLabel, m_find, m_wholeWord, m_matchCase, replaceLabel, m_replace})
+  for (QWidget* w :
+       std::initializer_list<QWidget*>{findLabel, m_find, m_wholeWord, m_matchCase, replaceLabel, m_replace})
     layout->addWidget(w);
   layout->addStretch(1);
   return row;
@@ -232,7 +232,8 @@ void EditorWindow::refresh(ui::Control* control) {
       m_find->clear();
       for (const std::string& item : m_form.ComboFind.items()) m_find->addItem(qText(item));
     }
-    if (bytesFromText(m_find->currentText()) != m_form.ComboFind.text()) m_find->setEditText(qText(m_form.ComboFind.text()));
+    if (bytesFromText(m_find->currentText()) != m_form.ComboFind.text())
+      m_find->setEditText(qText(m_form.ComboFind.text()));
   } else if (control == &m_form.ListMRU) {
     m_mru->clear();
     for (const std::string& item : m_form.ListMRU.items()) m_mru->addItem(qText(item));
@@ -246,13 +247,16 @@ void EditorWindow::refresh(ui::Control* control) {
 
 void EditorWindow::layoutPanes() {
   const int width = m_paneArea->width(), height = m_paneArea->height();
-  int leftWidth = m_form.RichTextBox1.width() == ui::TextPane::kFullWidth ? width
-                                                                          : std::min(width, m_form.RichTextBox1.width());
+  int leftWidth = m_form.RichTextBox1.width() == ui::TextPane::kFullWidth
+                      ? width
+                      : std::min(width, m_form.RichTextBox1.width());
   m_left->setGeometry(0, 0, leftWidth, height);
   int rightX = std::min(width - 100, ui::kPaneShrunkWidth + kPaneGap);
   m_right->setGeometry(std::max(0, rightX), 0, width - std::max(0, rightX), height);
-  if (m_form.RichTextBox1.zOrder() > m_form.RichTextBox2.zOrder()) m_left->raise();
-  else m_right->raise();
+  if (m_form.RichTextBox1.zOrder() > m_form.RichTextBox2.zOrder())
+    m_left->raise();
+  else
+    m_right->raise();
   if (m_mru->isVisible()) m_mru->raise();
 }
 

@@ -11,9 +11,9 @@
 
 namespace tolvane::ui {
 
-constexpr Colour kPaneAlert = 0x8080FF;   // marks the pane a save question is about
-constexpr Colour kRightPane = 0xFF0000;   // line number colour while the right pane is active
-constexpr int kPaneShrunkWidth = 600;     // the left pane's width beside an open right pane
+constexpr Colour kPaneAlert = 0x8080FF;  // marks the pane a save question is about
+constexpr Colour kRightPane = 0xFF0000;  // line number colour while the right pane is active
+constexpr int kPaneShrunkWidth = 600;    // the left pane's width beside an open right pane
 constexpr const char* kEditorUnsetCaption = "Label1";
 constexpr const char* kEditorSecondCaption = "Second Editing Window";
 

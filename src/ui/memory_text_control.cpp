@@ -11,8 +11,10 @@ std::array<char, 256> makeFoldTable() {
   std::array<char, 256> table{};
   for (int i = 0; i < 256; ++i) {
     int c = i;
-    if (c >= 'A' && c <= 'Z') c += 32;
-    else if (c >= 0xC0 && c <= 0xDE && c != 0xD7) c += 32;  // Latin-1 capitals
+    if (c >= 'A' && c <= 'Z')
+      c += 32;
+    else if (c >= 0xC0 && c <= 0xDE && c != 0xD7)
+      c += 32;  // Latin-1 capitals
     table[static_cast<std::size_t>(i)] = static_cast<char>(c);
   }
   return table;
@@ -46,7 +48,9 @@ void MemoryTextControl::setText(std::string text) {
   m_scannedTo = 0;
 }
 
-std::int64_t MemoryTextControl::length() const { return static_cast<std::int64_t>(m_buf.size() - gapLength()); }
+std::int64_t MemoryTextControl::length() const {
+  return static_cast<std::int64_t>(m_buf.size() - gapLength());
+}
 
 void MemoryTextControl::setSelection(std::int64_t start, std::int64_t length) {
   m_selStart = std::clamp<std::int64_t>(start, 0, this->length());
@@ -209,7 +213,8 @@ std::int64_t MemoryTextControl::lineIndex(std::int64_t line) const {
     scanLines(m_scannedTo + step);
     step *= 2;
   }
-  return line < static_cast<std::int64_t>(m_lineStarts.size()) ? m_lineStarts[static_cast<std::size_t>(line)] : -1;
+  return line < static_cast<std::int64_t>(m_lineStarts.size()) ? m_lineStarts[static_cast<std::size_t>(line)]
+                                                               : -1;
 }
 
 }  // namespace tolvane::ui

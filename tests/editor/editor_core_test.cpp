@@ -99,8 +99,9 @@ TEST(EditorPanes, KeyCodesThatMarkAPaneChanged) {
   struct Case {
     int code;
     bool marks;
-  } cases[] = {{65, true},  {90, true},  {111, true}, {96, true},  {13, true},  {32, true},  {46, true},
-               {8, true},   {9, true},   {64, false}, {53, false}, {112, false}, {114, false}, {37, false}, {16, false}};
+  } cases[] = {{65, true},  {90, true},   {111, true},  {96, true},  {13, true},
+               {32, true},  {46, true},   {8, true},    {9, true},   {64, false},
+               {53, false}, {112, false}, {114, false}, {37, false}, {16, false}};
   for (const auto& c : cases) {
     SCOPED_TRACE(c.code);
     EditorFixture f;
@@ -241,11 +242,13 @@ TEST(EditorClose, QuestionsInOrder) {
 TEST(EditorPrint, SelectionOrTheWholeFileAfterAQuestion) {
   EditorFixture f;
   f.openDestination();
-  f.user().expect("ALERT!", "There is no text selected.  Do you really want to print ALL of this file?", Answer::No);
+  f.user().expect("ALERT!", "There is no text selected.  Do you really want to print ALL of this file?",
+                  Answer::No);
   f.fire("PicturePrint", EventKind::Click);
   EXPECT_TRUE(f.user().printed().empty());
 
-  f.user().expect("ALERT!", "There is no text selected.  Do you really want to print ALL of this file?", Answer::Yes);
+  f.user().expect("ALERT!", "There is no text selected.  Do you really want to print ALL of this file?",
+                  Answer::Yes);
   f.user().queue(ui::ScriptedAnswer::print(""));
   f.fire("PicturePrint", EventKind::Click);
   ASSERT_EQ(f.user().printed().size(), 1u);

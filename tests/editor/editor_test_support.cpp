@@ -16,7 +16,8 @@ EditorFixture::EditorFixture(const std::string& destText, const std::string& sou
   main.LabelChannelFileNameForEditor.setCaption(source);
 }
 
-void EditorFixture::fire(const std::string& control, EventKind kind, EventArgs args, const std::string& form) {
+void EditorFixture::fire(const std::string& control, EventKind kind, EventArgs args,
+                         const std::string& form) {
   ASSERT_TRUE(fireEvent(*t, form, control, kind, args)) << form << "." << control << " has no handler";
 }
 

@@ -24,7 +24,8 @@ struct EditorFixture {
   ui::ScriptedServices& user() { return t.services; }
 
   // Fires an event of FormEditor (or of `form` when given) and checks it was handled.
-  void fire(const std::string& control, EventKind kind, EventArgs args = {}, const std::string& form = "FormEditor");
+  void fire(const std::string& control, EventKind kind, EventArgs args = {},
+            const std::string& form = "FormEditor");
   void key(const std::string& pane, int code) {
     EventArgs a;
     a.keyCode = code;

@@ -1,17 +1,18 @@
 // The Manual Editor's window on the offscreen platform: opened on a sample figure,
 // typed into, searched, and closed with its save question, against scripted answers.
+#include "gui/editor_window.h"
+
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
-#include <QPushButton>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
 #include <fstream>
 #include <sstream>
 
 #include "gui/editor_view.h"
-#include "gui/editor_window.h"
 #include "program/program.h"
 #include "ui/scripted_services.h"
 
