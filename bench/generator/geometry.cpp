@@ -32,7 +32,10 @@ void writeGeomCustom(Sink& out, int depth, const Vec& center, const Vec& half, c
   out.line(in, "usemtl " + material);
   for (const auto& face : kBoxFaces) {
     std::string f = "f";
-    for (int corner : face) f += " " + std::to_string(corner + 1);
+    for (int corner : face) {
+      f += ' ';
+      f += std::to_string(corner + 1);
+    }
     out.line(in, f);
   }
   out.line(in, "}");

@@ -21,8 +21,12 @@ std::string faceMaterial(const std::string& part, int face) {
 
 void writeQuad(Sink& out, const int corners[4], int vertexBase, int uvBase) {
   std::string f = "f";
-  for (int i = 0; i < 4; ++i)
-    f += " " + std::to_string(vertexBase + corners[i] + 1) + "/" + std::to_string(uvBase + i + 1);
+  for (int i = 0; i < 4; ++i) {
+    f += ' ';
+    f += std::to_string(vertexBase + corners[i] + 1);
+    f += '/';
+    f += std::to_string(uvBase + i + 1);
+  }
   out.line(0, f);
 }
 
