@@ -229,6 +229,7 @@ void writeFigureSection(Sink& out, const Figure& figure, int n) {
   out.line(0, "figure");
   out.line(1, "{");
   out.line(1, "name    Figure " + std::to_string(n));
+  out.line(1, "root " + suffix("BODY", n));
   out.line(1, "displayOn 1");
   for (const Part& part : figure.parts) {
     out.line(1, "addChild    " + suffix(part.name, n));
