@@ -93,12 +93,14 @@ const char* kindName(ScriptedAnswer::Kind kind) {
   return "prompt";
 }
 
+// Line breaks compare equal whether written {CR}, CR, or CR LF.
 bool textMatches(const std::string& expected, const std::string& actual) {
-  if (expected.size() >= 3 && expected.compare(expected.size() - 3, 3, "...") == 0) {
-    std::string prefix = expected.substr(0, expected.size() - 3);
-    return oneLine(actual).compare(0, prefix.size(), prefix) == 0;
+  std::string want = oneLine(expected), got = oneLine(actual);
+  if (want.size() >= 3 && want.compare(want.size() - 3, 3, "...") == 0) {
+    want.resize(want.size() - 3);
+    return got.compare(0, want.size(), want) == 0;
   }
-  return oneLine(actual) == expected || actual == expected;
+  return got == want;
 }
 }  // namespace
 
@@ -138,7 +140,13 @@ std::optional<std::string> ScriptedServices::fileDialog(const FileDialogRequest&
   m_dialogs.push_back(request);
   const char* kind = request.kind == FileDialogRequest::Kind::Open ? "open" : "save";
   std::string start = request.startFolder.string();
-  ScriptedAnswer a = next(ScriptedAnswer::Kind::Dialog, std::string(kind) + " " + start);
+  ScriptedAnswer a;
+  if (m_preferredDialog) {
+    a = std::move(*m_preferredDialog);
+    m_preferredDialog.reset();
+  } else {
+    a = next(ScriptedAnswer::Kind::Dialog, std::string(kind) + " " + start);
+  }
   if (m_echo) *m_echo << "dialog " << kind << ' ' << start << " -> " << (a.cancel ? "cancel" : a.value) << '\n';
   if (a.cancel) return std::nullopt;
   return a.value;

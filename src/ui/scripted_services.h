@@ -49,6 +49,9 @@ class ScriptedServices : public Services {
   ScriptedServices() = default;
 
   void queue(ScriptedAnswer answer) { m_answers.push_back(std::move(answer)); }
+  // An answer for the very next file dialog, ahead of the queue: the dialog that a
+  // command such as File, Open raises first of all.
+  void preferDialog(ScriptedAnswer answer) { m_preferredDialog = std::move(answer); }
   // Shorthands for tests.
   void answer(Answer button) { queue(ScriptedAnswer::anyMessage(button)); }
   void expect(std::string title, std::string text, Answer button = Answer::OK) {
@@ -58,7 +61,7 @@ class ScriptedServices : public Services {
   void cancelDialog() { queue(ScriptedAnswer::dialogCancel()); }
   void input(std::string text) { queue(ScriptedAnswer::input(std::move(text))); }
 
-  std::size_t pending() const { return m_answers.size(); }
+  std::size_t pending() const { return m_answers.size() + (m_preferredDialog ? 1 : 0); }
   const std::vector<Message>& messages() const { return m_messages; }
   const std::vector<FileDialogRequest>& dialogs() const { return m_dialogs; }
   const std::vector<PrintJob>& printed() const { return m_printed; }
@@ -95,6 +98,7 @@ class ScriptedServices : public Services {
   ScriptedAnswer next(ScriptedAnswer::Kind kind, const std::string& what);
 
   std::deque<ScriptedAnswer> m_answers;
+  std::optional<ScriptedAnswer> m_preferredDialog;
   std::vector<Message> m_messages;
   std::vector<FileDialogRequest> m_dialogs;
   std::vector<PrintJob> m_printed;

@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# Installs what Tolvane needs, builds everything and runs every test under Xvfb.
+# In CI (CI=true) the tests also run in a second build with AddressSanitizer and
+# UndefinedBehaviorSanitizer.
+set -euo pipefail
+ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+"$ROOT/scripts/install-deps.sh"
+export XDG_RUNTIME_DIR="${XDG_RUNTIME_DIR:-/tmp/runtime-$(id -u)}"
+mkdir -p "$XDG_RUNTIME_DIR" && chmod 700 "$XDG_RUNTIME_DIR"
+
+run_ctest() {
+  local build="$1"
+  (cd "$build" && xvfb-run -a -s '-screen 0 1280x1024x24' env QT_QPA_PLATFORM=xcb \
+     ctest --output-on-failure --timeout 300 -j2)
+}
+
+BUILD="${TOLVANE_BUILD_DIR:-$ROOT/build}"
+TOLVANE_BUILD_DIR="$BUILD" "$ROOT/scripts/build.sh" -DTOLVANE_WERROR="${TOLVANE_WERROR:-OFF}"
+
+if [ "${CI:-}" = "true" ] || [ "${TOLVANE_SANITIZE:-}" = "1" ]; then
+  SAN="$ROOT/build-sanitize"
+  TOLVANE_BUILD_DIR="$SAN" TOLVANE_BUILD_TYPE=Debug "$ROOT/scripts/build.sh" \
+    -DTOLVANE_SANITIZE=ON -DTOLVANE_BENCH=OFF
+  echo "== tests with AddressSanitizer and UndefinedBehaviorSanitizer =="
+  ASAN_OPTIONS=detect_leaks=0 run_ctest "$SAN"
+fi
+
+echo "== tests =="
+run_ctest "$BUILD"

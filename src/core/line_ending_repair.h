@@ -1,0 +1,29 @@
+// Line-ending repair: a file without CR LF in its first 200 bytes is rewritten in
+// 2,048-byte blocks with CR LF line ends, keeping the original under a backup name.
+// The main form asks with OK/Cancel; the Manual Editor's twin asks Yes/No.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+namespace tolvane {
+class Program;
+
+// The main form's repair. An empty `path` is taken from LabelFileName's text. Sets
+// OpenRefused to -1 when the user cancels.
+void RepairLineEndings(Program& program, std::string& path);
+
+// The Manual Editor's repair; returns true when the file was converted.
+bool RepairLineEndingsEditor(Program& program, const std::string& path);
+
+namespace repair {
+// True when the first 200 bytes hold a CR LF pair.
+bool headHasCrLf(const std::filesystem::path& path);
+// "C:\x\fig.cr2" -> "C:\x\fig.new"; a path without a dot gives "new".
+std::string RepairTempName(const std::string& path);
+// "C:\x\fig.cr2" -> "C:\x\figCR2.bak"; a path without a dot is run-time error 5.
+std::string BackupName(const std::string& path);
+// Rewrites `source` into `scratch` (opened for appending) with the block rules.
+void convertLineEndings(const std::filesystem::path& source, const std::filesystem::path& scratch);
+}  // namespace repair
+}  // namespace tolvane
