@@ -33,13 +33,13 @@ const SidePart kLeg[] = {
 
 struct Finger {
   const char* name;
-  int leftRes;   // number of segment 1 in the body table
+  int leftRes;  // number of segment 1 in the body table
   int rightRes;
   std::int64_t z;
 };
 
 const Finger kFingers[] = {
-    {"Thumb", 46, 49, 22000}, {"Index", 40, 43, 10000}, {"Mid", 34, 37, 3000},
+    {"Thumb", 46, 49, 22000}, {"Index", 40, 43, 10000},  {"Mid", 34, 37, 3000},
     {"Ring", 28, 31, -4000},  {"Pinky", 22, 25, -11000},
 };
 
@@ -54,8 +54,8 @@ void addSide(std::vector<Part>& parts, char side, const SidePart* table, std::si
     const SidePart& s = table[i];
     Vec c = s.center;
     if (side == 'r') c[0] = -c[0];
-    parts.push_back({std::string(1, side) + s.name, sided(side, s.parent), side == 'l' ? s.leftRes : s.rightRes,
-                     c, s.half});
+    parts.push_back({std::string(1, side) + s.name, sided(side, s.parent),
+                     side == 'l' ? s.leftRes : s.rightRes, c, s.half});
   }
 }
 
@@ -67,8 +67,8 @@ void addFingers(std::vector<Part>& parts, char side) {
       Vec c{side == 'r' ? -x : x, thumb ? 556000 : 560000, f.z};
       Vec h{thumb ? 5000 : 7000 - 1000 * (seg - 1), 4000, 3000};
       std::string name = std::string(1, side) + f.name + std::to_string(seg);
-      std::string parent = seg == 1 ? std::string(1, side) + "Hand"
-                                    : std::string(1, side) + f.name + std::to_string(seg - 1);
+      std::string parent =
+          seg == 1 ? std::string(1, side) + "Hand" : std::string(1, side) + f.name + std::to_string(seg - 1);
       int res = (side == 'l' ? f.leftRes : f.rightRes) + seg - 1;
       parts.push_back({name, parent, res, c, h});
     }
@@ -119,8 +119,11 @@ std::vector<Part> extraParts(int count) {
     char side = k % 2 == 0 ? 'l' : 'r';
     int toe = k / 2 + 1;
     std::int64_t x = 30000 + 6000 * (toe % 6);
-    parts.push_back({std::string(1, side) + "SmallToe" + std::to_string(toe), std::string(1, side) + "Toe", 0,
-                     {side == 'l' ? x : -x, 8000, 90000 + 2000 * (toe / 6)}, {2500, 2500, 4000}});
+    parts.push_back({std::string(1, side) + "SmallToe" + std::to_string(toe),
+                     std::string(1, side) + "Toe",
+                     0,
+                     {side == 'l' ? x : -x, 8000, 90000 + 2000 * (toe / 6)},
+                     {2500, 2500, 4000}});
   }
   return parts;
 }
@@ -238,8 +241,11 @@ Figure largeFigure(int actors, int morphs, int props, int materials) {
     std::string name = "Prop" + std::to_string(i + 1);
     bool external = i % 2 == 0;
     const Part& holder = f.parts[static_cast<std::size_t>(i * 7) % f.parts.size()];
-    f.props.push_back({name, holder.name, external ? ":Runtime:Geometries:Tolvane:" + name + ".obj" : "",
-                       holder.center, {5000, 5000, 5000}});
+    f.props.push_back({name,
+                       holder.name,
+                       external ? ":Runtime:Geometries:Tolvane:" + name + ".obj" : "",
+                       holder.center,
+                       {5000, 5000, 5000}});
   }
   f.materials = avaMaterials();
   const char* more[] = {"teeth", "tongue", "gums", "iris", "cornea", "toenails", "hair", "brass"};
@@ -251,7 +257,8 @@ Figure largeFigure(int actors, int morphs, int props, int materials) {
   }
   f.materials.resize(static_cast<std::size_t>(std::max(materials, 1)));
   const int masters = 20;
-  for (int k = 0; k < masters; ++k) f.bodyDials.push_back({"Master" + std::to_string(k), "Master " + std::to_string(k)});
+  for (int k = 0; k < masters; ++k)
+    f.bodyDials.push_back({"Master" + std::to_string(k), "Master " + std::to_string(k)});
   int partCount = static_cast<int>(f.parts.size());
   for (int i = 0; i < morphs; ++i) {
     Morph m;
@@ -260,7 +267,8 @@ Figure largeFigure(int actors, int morphs, int props, int materials) {
     m.dialName = i % 7 == 3 ? "GetStringRes(1028," + std::to_string(i % 53 + 1) + ")" : m.id;
     m.amplitude = 5000;
     m.seed = static_cast<std::uint64_t>(i) + 101;
-    if (i % 10 == 9) m.controls.push_back({"Figure 1", "BODY", "Master" + std::to_string(i % masters), "1.000000"});
+    if (i % 10 == 9)
+      m.controls.push_back({"Figure 1", "BODY", "Master" + std::to_string(i % masters), "1.000000"});
     f.morphs.push_back(std::move(m));
   }
   f.chains = {{"lLeg", "lThigh", "lShin", "lFoot"}, {"rLeg", "rThigh", "rShin", "rFoot"}};

@@ -19,13 +19,13 @@ struct Part {
   std::string parent;  // "lForeArm", or "BODY"
   int stringRes = 0;   // number in the body-part name table, 0 for a plain name
   Vec center{};
-  Vec half{};          // half the size of the part's box
+  Vec half{};  // half the size of the part's box
 };
 
 struct Prop {
-  std::string name;    // "Earrings", without suffix
-  std::string parent;  // body part
-  std::string objFile; // Poser path of its OBJ; empty for embedded geometry
+  std::string name;     // "Earrings", without suffix
+  std::string parent;   // body part
+  std::string objFile;  // Poser path of its OBJ; empty for embedded geometry
   Vec center{};
   Vec half{};
 };
@@ -39,11 +39,11 @@ struct Control {
 };
 
 struct Morph {
-  int part = 0;            // index into Figure::parts
-  std::string id;          // internal name behind targetGeom
-  std::string dialName;    // the `name` value
-  int deltas = 0;          // number of delta lines; the large figure sets it as it writes
-  int vertices = 8;        // vertices of the part the deltas index
+  int part = 0;          // index into Figure::parts
+  std::string id;        // internal name behind targetGeom
+  std::string dialName;  // the `name` value
+  int deltas = 0;        // number of delta lines; the large figure sets it as it writes
+  int vertices = 8;      // vertices of the part the deltas index
   std::int64_t amplitude = 4000;
   std::uint64_t seed = 1;
   std::vector<Control> controls;
@@ -73,12 +73,12 @@ struct Material {
 using Pose = std::map<std::string, std::array<int, 3>>;
 
 struct Figure {
-  std::string objFile;                // Poser path of the main geometry
-  std::vector<Part> parts;            // without BODY
+  std::string objFile;      // Poser path of the main geometry
+  std::vector<Part> parts;  // without BODY
   std::vector<Prop> props;
-  std::vector<Material> materials;    // without Preview, which the writer adds last
-  std::vector<Morph> morphs;          // in file order within each part
-  std::vector<ValueParm> bodyDials;   // valueParm channels of BODY
+  std::vector<Material> materials;                 // without Preview, which the writer adds last
+  std::vector<Morph> morphs;                       // in file order within each part
+  std::vector<ValueParm> bodyDials;                // valueParm channels of BODY
   std::vector<std::array<std::string, 4>> chains;  // IK: name, first, middle, last link
 };
 

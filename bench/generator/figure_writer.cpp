@@ -58,7 +58,8 @@ void writeDeltas(Sink& out, const Morph& morph, DeltaBudget* budget) {
   out.line(4, "}");
 }
 
-Channel rotation(const std::string& word, const std::string& id, int res, int key, const char* min, const char* max) {
+Channel rotation(const std::string& word, const std::string& id, int res, int key, const char* min,
+                 const char* max) {
   Channel c;
   c.word = word;
   c.id = id;
@@ -97,8 +98,8 @@ std::vector<Channel> jointChannels(const Part& part, int n) {
       c.after = {"startPt " + triple(m[0], m[1] - part.half[1], m[2]),
                  "endPt " + triple(m[0], m[1] + part.half[1], m[2]), "calcWeights 1"};
     } else {
-      c.after = {"otherActor " + suffix(part.parent, n), "matrixActor NULL", "center " + triple(m[0], m[1], m[2]),
-                 "angles -110 -90 90 110", "calcWeights 1"};
+      c.after = {"otherActor " + suffix(part.parent, n), "matrixActor NULL",
+                 "center " + triple(m[0], m[1], m[2]), "angles -110 -90 90 110", "calcWeights 1"};
     }
   }
   return joints;
@@ -132,8 +133,8 @@ void writeDeclarations(Sink& out, const Figure& figure, int n) {
 
 void writeFlags(Sink& out, const std::string& name, const std::string& parent) {
   out.line(1, "name " + name);
-  for (const char* flag : {"on", "bend 1", "dynamicsLock 1", "hidden 0", "addToMenu 1", "castsShadow 1",
-                           "includeInDepthCue 1"})
+  for (const char* flag :
+       {"on", "bend 1", "dynamicsLock 1", "hidden 0", "addToMenu 1", "castsShadow 1", "includeInDepthCue 1"})
     out.line(1, flag);
   out.line(1, "parent " + parent);
 }

@@ -24,8 +24,8 @@ struct DeltaBudget {
 
 struct RunOptions {
   int figureNumber = 1;
-  const Pose* pose = nullptr;      // rotation values for the parts' keys
-  DeltaBudget* budget = nullptr;   // set for large figures
+  const Pose* pose = nullptr;     // rotation values for the parts' keys
+  DeltaBudget* budget = nullptr;  // set for large figures
 };
 
 struct Channel {

@@ -25,9 +25,9 @@ struct SampleSet {
   static constexpr const char* kHairObj = "Runtime/Geometries/Tolvane/bob.obj";
   static constexpr const char* kGroundObj = "Runtime/Geometries/Tolvane/ground.obj";
   // Texture pictures, in kTextureFolder.
-  static constexpr const char* kTextures[] = {"ava_skin.bmp",      "ava_bump.bmp", "ava_lips.bmp",
-                                              "ava_eyes.bmp",      "ava_reflect.bmp", "ava_lashes_tr.bmp",
-                                              "bob_hair.bmp",      "bob_hair_tr.bmp", "vase.bmp"};
+  static constexpr const char* kTextures[] = {"ava_skin.bmp", "ava_bump.bmp",    "ava_lips.bmp",
+                                              "ava_eyes.bmp", "ava_reflect.bmp", "ava_lashes_tr.bmp",
+                                              "bob_hair.bmp", "bob_hair_tr.bmp", "vase.bmp"};
 };
 
 // Writes the whole demo set under `poserFolder` (which becomes a small Poser folder).

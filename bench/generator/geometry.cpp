@@ -2,7 +2,8 @@
 
 namespace tolvane::gen {
 
-const int kBoxFaces[6][4] = {{0, 3, 2, 1}, {4, 5, 6, 7}, {0, 4, 7, 3}, {1, 2, 6, 5}, {0, 1, 5, 4}, {3, 7, 6, 2}};
+const int kBoxFaces[6][4] = {{0, 3, 2, 1}, {4, 5, 6, 7}, {0, 4, 7, 3},
+                             {1, 2, 6, 5}, {0, 1, 5, 4}, {3, 7, 6, 2}};
 
 std::array<Vec, 8> boxCorners(const Vec& c, const Vec& h) {
   std::array<Vec, 8> corners;

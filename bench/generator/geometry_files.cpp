@@ -123,7 +123,8 @@ void writeBmp(const std::filesystem::path& path, int size, int seed, int red, in
   const int imageBytes = rowBytes * size;
   std::string bytes(static_cast<std::size_t>(54 + imageBytes), '\0');
   auto put = [&bytes](std::size_t at, std::uint32_t value, int width) {
-    for (int i = 0; i < width; ++i) bytes[at + static_cast<std::size_t>(i)] = static_cast<char>(value >> (8 * i));
+    for (int i = 0; i < width; ++i)
+      bytes[at + static_cast<std::size_t>(i)] = static_cast<char>(value >> (8 * i));
   };
   bytes[0] = 'B';
   bytes[1] = 'M';

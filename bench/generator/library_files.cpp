@@ -22,8 +22,8 @@ void closeActor(Sink& out) {
 // The head of a prop definition in a hair, prop or scene file.
 void writePropFlags(Sink& out, const std::string& name, const std::string& parent) {
   out.line(1, "name " + name);
-  for (const char* flag : {"on", "bend 1", "dynamicsLock 1", "hidden 0", "addToMenu 1", "castsShadow 1",
-                           "includeInDepthCue 1"})
+  for (const char* flag :
+       {"on", "bend 1", "dynamicsLock 1", "hidden 0", "addToMenu 1", "castsShadow 1", "includeInDepthCue 1"})
     out.line(1, flag);
   out.line(1, "parent " + parent);
 }
@@ -43,7 +43,8 @@ void writeChannelBlock(Sink& out, const std::vector<Channel>& channels) {
   out.line(2, "}");
 }
 
-Channel simple(const std::string& word, const std::string& id, const std::string& name, const std::string& key) {
+Channel simple(const std::string& word, const std::string& id, const std::string& name,
+               const std::string& key) {
   Channel c;
   c.word = word;
   c.id = id;
@@ -162,7 +163,8 @@ void writeScene(const std::filesystem::path& path, const Figure& figure, const P
   out.line(1, "}");
   out.line(0, "movie");
   out.line(1, "{");
-  for (const char* field : {"output 0", "frameRate 30", "outputStartFrame 0", "outputEndFrame 29", "loopMovie 0"})
+  for (const char* field :
+       {"output 0", "frameRate 30", "outputStartFrame 0", "outputEndFrame 29", "loopMovie 0"})
     out.line(1, field);
   out.line(1, "}");
   writeFigureRun(out, figure, RunOptions{1, nullptr, nullptr});

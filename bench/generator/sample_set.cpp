@@ -26,8 +26,9 @@ void writeFigureFile(const fs::path& path, const Figure& figure) {
 
 void writeTextures(const fs::path& folder) {
   // Colours in the order of SampleSet::kTextures.
-  const int colours[][3] = {{230, 190, 160}, {128, 128, 128}, {200, 90, 100},  {90, 130, 200}, {180, 200, 230},
-                            {255, 255, 255}, {110, 70, 40},   {255, 255, 255}, {50, 110, 180}};
+  const int colours[][3] = {{230, 190, 160}, {128, 128, 128}, {200, 90, 100},
+                            {90, 130, 200},  {180, 200, 230}, {255, 255, 255},
+                            {110, 70, 40},   {255, 255, 255}, {50, 110, 180}};
   fs::create_directories(folder);
   int seed = 1;
   for (const char* name : SampleSet::kTextures) {
@@ -46,8 +47,10 @@ void writeGeometry(const fs::path& folder, const Figure& ava) {
   right[0] -= earrings.half[0];
   writeBoxObj(prepared(folder, SampleSet::kEarringsObj), "Earrings", "gold",
               {{left, {3000, 6000, 3000}}, {right, {3000, 6000, 3000}}});
-  writeBoxObj(prepared(folder, SampleSet::kHairObj), "BobHair", "hair", {{{0, 660000, -5000}, {44000, 40000, 46000}}});
-  writeBoxObj(prepared(folder, SampleSet::kGroundObj), "GROUND", "ground", {{{0, -1000, 0}, {500000, 1000, 500000}}});
+  writeBoxObj(prepared(folder, SampleSet::kHairObj), "BobHair", "hair",
+              {{{0, 660000, -5000}, {44000, 40000, 46000}}});
+  writeBoxObj(prepared(folder, SampleSet::kGroundObj), "GROUND", "ground",
+              {{{0, -1000, 0}, {500000, 1000, 500000}}});
 }
 
 }  // namespace

@@ -30,7 +30,8 @@ std::size_t appendInteger(char* out, std::uint64_t value) {
 std::size_t appendMicro(char* out, std::int64_t millionths) {
   std::size_t n = 0;
   if (millionths < 0) out[n++] = '-';
-  std::uint64_t v = millionths < 0 ? static_cast<std::uint64_t>(-millionths) : static_cast<std::uint64_t>(millionths);
+  std::uint64_t v =
+      millionths < 0 ? static_cast<std::uint64_t>(-millionths) : static_cast<std::uint64_t>(millionths);
   n += appendInteger(out + n, v / 1000000);
   std::uint64_t fraction = v % 1000000;
   if (fraction == 0) return n;

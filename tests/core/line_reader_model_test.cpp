@@ -95,7 +95,8 @@ TEST(LineReaderModel, CraftedTextsReadAsTheRulesSay) {
       {"lone LF belongs to the line", "one\ntwo\r\nthree\r"},
       {"lone CR ends a line", "a\rb\r\rc"},
       {"last line without an ending", "figure\r\n\t{"},
-      {"quoted fields", "\t\ttextureMap \"C:\\a,b.bmp\" x\r\n\"quoted, with comma\" tail,rest\r\n\"open\r\nquote"},
+      {"quoted fields",
+       "\t\ttextureMap \"C:\\a,b.bmp\" x\r\n\"quoted, with comma\" tail,rest\r\n\"open\r\nquote"},
       {"blanks before the end of the file", "x\r\n \t "},
       {"CR LF split from its CR", "a\r"},
   };

@@ -20,7 +20,8 @@ void checkControl(core::LineReader& in, FigureFacts& facts) {
   if (block.size() != 4 || !core::hasPrefix(block[3], "\t\t\tdeltaAddDelta "))
     facts.problems.push_back("control block without its deltaAddDelta line");
   for (const auto& l : block)
-    if (!core::hasPrefix(l, "\t\t\t") || l[3] == '\t') facts.problems.push_back("control line not at three tabs: " + l);
+    if (!core::hasPrefix(l, "\t\t\t") || l[3] == '\t')
+      facts.problems.push_back("control line not at three tabs: " + l);
   ++facts.controlBlocks;
 }
 
