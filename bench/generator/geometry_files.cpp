@@ -42,15 +42,12 @@ std::vector<std::pair<std::string, std::pair<Vec, Vec>>> headFeatures(const Part
   };
 }
 
-}  // namespace
+using Features = std::vector<std::pair<std::string, std::pair<Vec, Vec>>>;
 
-void writeFigureObj(const std::filesystem::path& path, const Figure& figure, const std::string& mtlName) {
-  Sink out(path);
-  out.line(0, "# Ava, the demo figure of Tolvane: one box per body part");
-  out.line(0, "mtllib " + mtlName);
-  for (const char* normal : {"vn 0 0 -1", "vn 0 0 1", "vn -1 0 0", "vn 1 0 0", "vn 0 -1 0", "vn 0 1 0"})
-    out.line(0, normal);
-  std::vector<std::vector<std::pair<std::string, std::pair<Vec, Vec>>>> features(figure.parts.size());
+// All vertices, part by part: the box, then the part's extra quads; then one texture
+// cell of an 8 x 8 grid per part.
+std::vector<Features> writeVertices(Sink& out, const Figure& figure) {
+  std::vector<Features> features(figure.parts.size());
   for (std::size_t i = 0; i < figure.parts.size(); ++i) {
     const Part& p = figure.parts[i];
     for (const Vec& v : boxCorners(p.center, p.half)) out.line(0, vertexLine(v));
@@ -60,12 +57,23 @@ void writeFigureObj(const std::filesystem::path& path, const Figure& figure, con
       for (int c : kBoxFaces[1]) out.line(0, vertexLine(corners[static_cast<std::size_t>(c)]));
     }
   }
-  // Texture space: one cell of an 8 x 8 grid per part.
   for (std::size_t i = 0; i < figure.parts.size(); ++i) {
     std::int64_t u = static_cast<std::int64_t>(i % 8) * 125000, v = static_cast<std::int64_t>(i / 8) * 125000;
     for (auto [du, dv] : {std::pair{10000, 10000}, {115000, 10000}, {115000, 115000}, {10000, 115000}})
       out.line(0, "vt " + micro(u + du) + " " + micro(v + dv));
   }
+  return features;
+}
+
+}  // namespace
+
+void writeFigureObj(const std::filesystem::path& path, const Figure& figure, const std::string& mtlName) {
+  Sink out(path);
+  out.line(0, "# Ava, the demo figure of Tolvane: one box per body part");
+  out.line(0, "mtllib " + mtlName);
+  for (const char* normal : {"vn 0 0 -1", "vn 0 0 1", "vn -1 0 0", "vn 1 0 0", "vn 0 -1 0", "vn 0 1 0"})
+    out.line(0, normal);
+  std::vector<Features> features = writeVertices(out, figure);
   int vertexBase = 0;
   for (std::size_t i = 0; i < figure.parts.size(); ++i) {
     const Part& p = figure.parts[i];
