@@ -7,6 +7,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <filesystem>
 #include <string>
 
@@ -39,9 +40,7 @@ double timePass(const fs::path& file, Read read, std::uint64_t& count) {
   return seconds(start);
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
   fs::path file;
   fs::path temp;
   if (argc > 1) {
@@ -70,4 +69,15 @@ int main(int argc, char** argv) {
   std::printf("readField    %8.3f s  %8.0f MB/s  %5.2fx wc -l\n", field, megabytes / field, field / wc);
   if (!temp.empty()) fs::remove_all(temp);
   return lines > 0 && fields > 0 ? 0 : 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return run(argc, argv);
+  } catch (const std::exception& e) {
+    std::fprintf(stderr, "read_bench: %s\n", e.what());
+    return 1;
+  }
 }
