@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "figure_spec.h"
+#include "figure_plan.h"
 #include "text_format.h"
 
 namespace tolvane::gen {

@@ -5,7 +5,7 @@
 #include <array>
 #include <string>
 
-#include "figure_spec.h"
+#include "figure_plan.h"
 #include "text_format.h"
 
 namespace tolvane::gen {

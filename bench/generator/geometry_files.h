@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "figure_spec.h"
+#include "figure_plan.h"
 
 namespace tolvane::gen {
 

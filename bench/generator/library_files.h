@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "figure_spec.h"
+#include "figure_plan.h"
 
 namespace tolvane::gen {
 

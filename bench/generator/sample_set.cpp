@@ -1,4 +1,4 @@
-#include "figure_spec.h"
+#include "figure_plan.h"
 #include "figure_writer.h"
 #include "generator.h"
 #include "geometry_files.h"

@@ -1,4 +1,4 @@
-#include "figure_spec.h"
+#include "figure_plan.h"
 
 #include <algorithm>
 #include <stdexcept>
