@@ -41,7 +41,9 @@ std::string readWholeFile(const std::string& path) {
     core::raiseError(errno == ENOENT ? core::kFileNotFound : core::errorNumberFromErrno(errno, false), path);
   std::string bytes;
   try {
-    bytes.resize(core::fileLength(native));
+    const std::size_t length = core::fileLength(native);
+    bytes.reserve(length + length / 8 + 4096);  // the pane's room for edits
+    bytes.resize(length);
     std::size_t done = 0;
     while (done < bytes.size()) {
       ssize_t n = ::read(fd, bytes.data() + done, bytes.size() - done);

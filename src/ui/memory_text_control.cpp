@@ -90,6 +90,13 @@ void MemoryTextControl::ensureGap(std::size_t bytes) {
   if (gapLength() >= bytes) return;
   std::size_t behind = m_buf.size() - m_gapEnd;
   std::size_t gap = std::max<std::size_t>({bytes, m_buf.size() / 8, 4096});
+  if (m_buf.capacity() >= m_buf.size() + gap) {
+    // Room reserved when the text came in: grow in place, without a second copy.
+    m_buf.resize(m_buf.size() + gap);
+    std::memmove(&m_buf[m_gapEnd + gap], &m_buf[m_gapEnd], behind);
+    m_gapEnd += gap;
+    return;
+  }
   std::string grown;
   grown.reserve(m_gapStart + gap + behind);
   grown.append(m_buf, 0, m_gapStart);

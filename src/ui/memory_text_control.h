@@ -14,6 +14,8 @@ namespace tolvane::ui {
 class MemoryTextControl : public TextControl {
  public:
   std::string text() const override;
+  // Room the string holds beyond its size becomes the first gap, so that a text read
+  // with some spare capacity takes its first edits without being copied.
   void setText(std::string text) override;
   std::int64_t length() const override;
   std::string mid(std::int64_t start, std::int64_t length) const override;
