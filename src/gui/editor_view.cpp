@@ -8,61 +8,18 @@
 #include <QScrollBar>
 #include <algorithm>
 
+#include "gui/qt_text.h"
+
 namespace tolvane::gui {
 
 namespace {
 constexpr int kTabColumns = 8;
 constexpr int kMargin = 4;
 
-// The characters of bytes 0x80 to 0x9F in Windows-1252; 0 where the code page has none.
-constexpr char16_t kCp1252High[32] = {0x20AC, 0,      0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-                                      0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0,      0x017D, 0,
-                                      0,      0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                      0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0,      0x017E, 0x0178};
-
-QChar charFromByte(unsigned char b) {
-  if (b >= 0x80 && b < 0xA0 && kCp1252High[b - 0x80] != 0) return QChar(kCp1252High[b - 0x80]);
-  return QChar(static_cast<char16_t>(b));
-}
-
-char byteFromChar(QChar c) {
-  char16_t u = c.unicode();
-  if (u < 0x100) return static_cast<char>(u);
-  for (int i = 0; i < 32; ++i)
-    if (kCp1252High[i] == u) return static_cast<char>(0x80 + i);
-  return '?';
-}
-
-QColor qColour(ui::Colour c) { return QColor(c & 0xFF, (c >> 8) & 0xFF, (c >> 16) & 0xFF); }
-
 std::int64_t nextColumn(std::int64_t column, char c) {
   return c == '\t' ? (column / kTabColumns + 1) * kTabColumns : column + 1;
 }
 }  // namespace
-
-QString textFromBytes(std::string_view bytes) {
-  QString out;
-  out.reserve(static_cast<qsizetype>(bytes.size()));
-  for (std::size_t i = 0; i < bytes.size(); ++i) {
-    if (bytes[i] == '\r' && i + 1 < bytes.size() && bytes[i + 1] == '\n')
-      continue;  // CR LF reads as one break
-    out += bytes[i] == '\r' ? QChar('\n') : charFromByte(static_cast<unsigned char>(bytes[i]));
-  }
-  return out;
-}
-
-std::string bytesFromText(const QString& text) {
-  std::string out;
-  out.reserve(static_cast<std::size_t>(text.size()));
-  for (QChar c : text) {
-    if (c == QChar('\r')) continue;
-    if (c == QChar('\n') || c == QChar::ParagraphSeparator)
-      out += "\r\n";
-    else
-      out += byteFromChar(c);
-  }
-  return out;
-}
 
 EditorView::EditorView(ui::TextPane& pane, QWidget* parent) : QAbstractScrollArea(parent), m_pane(pane) {
   QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
@@ -96,7 +53,7 @@ void EditorView::refresh() {
   }
   m_lines = t.lineFromChar(t.length()) + 1;
   QPalette p = viewport()->palette();
-  p.setColor(QPalette::Base, qColour(m_pane.backColor()));
+  p.setColor(QPalette::Base, toQColor(m_pane.backColor()));
   viewport()->setPalette(p);
   updateScrollBars();
   viewport()->update();
@@ -197,13 +154,13 @@ void EditorView::paintEvent(QPaintEvent*) {
   const int xOffset = kMargin - horizontalScrollBar()->value();
   const std::int64_t selFrom = std::min(m_anchor, m_caret), selTo = std::max(m_anchor, m_caret);
   const QColor selectionBack =
-      text().selColor() == ui::kBlack ? palette().color(QPalette::Highlight) : qColour(text().selColor());
+      text().selColor() == ui::kBlack ? palette().color(QPalette::Highlight) : toQColor(text().selColor());
   std::int64_t widest = m_widest;
   for (std::int64_t line = first; line < last; ++line) {
     const int y = static_cast<int>(line - first) * m_lineHeight;
     const std::int64_t start = lineStart(line);
     const std::string bytes = lineBytes(line);
-    QString shown;
+    std::string expanded;  // tabs as blanks to the next stop
     std::int64_t column = 0, selColFrom = -1, selColTo = -1, caretColumn = -1;
     for (std::size_t i = 0; i <= bytes.size(); ++i) {
       std::int64_t position = start + static_cast<std::int64_t>(i);
@@ -212,8 +169,10 @@ void EditorView::paintEvent(QPaintEvent*) {
       if (position == m_caret) caretColumn = column;
       if (i == bytes.size()) break;
       std::int64_t next = nextColumn(column, bytes[i]);
-      shown += bytes[i] == '\t' ? QString(static_cast<qsizetype>(next - column), QChar(' '))
-                                : QString(charFromByte(static_cast<unsigned char>(bytes[i])));
+      if (bytes[i] == '\t')
+        expanded.append(static_cast<std::size_t>(next - column), ' ');
+      else
+        expanded += bytes[i];
       column = next;
     }
     widest = std::max(widest, column);
@@ -224,7 +183,7 @@ void EditorView::paintEvent(QPaintEvent*) {
                        static_cast<int>(to - from) * m_charWidth, m_lineHeight, selectionBack);
     }
     painter.setPen(palette().color(QPalette::Text));
-    painter.drawText(xOffset, y + m_ascent, shown);
+    painter.drawText(xOffset, y + m_ascent, fromBytes(expanded));
     if (caretColumn >= 0 && hasFocus()) {
       int x = xOffset + static_cast<int>(caretColumn) * m_charWidth;
       painter.fillRect(x, y, 2, m_lineHeight, palette().color(QPalette::Text));
@@ -260,7 +219,7 @@ void EditorView::replaceRange(std::int64_t from, std::int64_t to, const std::str
 
 void EditorView::copySelection() {
   if (m_anchor == m_caret) return;
-  QApplication::clipboard()->setText(textFromBytes(text().selectedText()));
+  QApplication::clipboard()->setText(fromBytesMultiLine(text().selectedText()));
 }
 
 bool EditorView::moveKey(QKeyEvent* event) {
@@ -316,7 +275,7 @@ bool EditorView::editKey(QKeyEvent* event) {
     copySelection();
     if (from < to) replaceRange(from, to, {});
   } else if (event->matches(QKeySequence::Paste)) {
-    replaceRange(from, to, bytesFromText(QApplication::clipboard()->text()));
+    replaceRange(from, to, toBytesMultiLine(QApplication::clipboard()->text()));
   } else if (event->key() == Qt::Key_Backspace) {
     replaceRange(from < to ? from : stepLeft(m_caret), to, {});
   } else if (event->key() == Qt::Key_Delete) {
@@ -327,7 +286,7 @@ bool EditorView::editKey(QKeyEvent* event) {
     replaceRange(from, to, "\t");
   } else if (!event->text().isEmpty() && event->text().at(0).isPrint() &&
              (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) == 0) {
-    replaceRange(from, to, bytesFromText(event->text()));
+    replaceRange(from, to, toBytes(event->text()));
   } else {
     return false;
   }
@@ -335,7 +294,7 @@ bool EditorView::editKey(QKeyEvent* event) {
 }
 
 void EditorView::keyPressEvent(QKeyEvent* event) {
-  const int code = keyCode(event->key(), (event->modifiers() & Qt::KeypadModifier) != 0);
+  const int code = editorKeyCode(event->key(), (event->modifiers() & Qt::KeypadModifier) != 0);
   if (code < 112 || code > 127) {  // function keys belong to the editor's handlers
     if (!moveKey(event)) editKey(event);
   }
@@ -376,7 +335,7 @@ void EditorView::focusOutEvent(QFocusEvent* event) {
 
 bool EditorView::focusNextPrevChild(bool) { return false; }
 
-int EditorView::keyCode(int qtKey, bool keypad) {
+int EditorView::editorKeyCode(int qtKey, bool keypad) {
   if (keypad && qtKey >= Qt::Key_0 && qtKey <= Qt::Key_9) return 96 + (qtKey - Qt::Key_0);
   if (keypad) {
     switch (qtKey) {
@@ -394,49 +353,9 @@ int EditorView::keyCode(int qtKey, bool keypad) {
         break;
     }
   }
-  if ((qtKey >= Qt::Key_A && qtKey <= Qt::Key_Z) || (qtKey >= Qt::Key_0 && qtKey <= Qt::Key_9)) return qtKey;
-  if (qtKey >= Qt::Key_F1 && qtKey <= Qt::Key_F16) return 112 + (qtKey - Qt::Key_F1);
-  switch (qtKey) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-      return 13;
-    case Qt::Key_Space:
-      return 32;
-    case Qt::Key_Delete:
-      return 46;
-    case Qt::Key_Backspace:
-      return 8;
-    case Qt::Key_Tab:
-      return 9;
-    case Qt::Key_Escape:
-      return 27;
-    case Qt::Key_PageUp:
-      return 33;
-    case Qt::Key_PageDown:
-      return 34;
-    case Qt::Key_End:
-      return 35;
-    case Qt::Key_Home:
-      return 36;
-    case Qt::Key_Left:
-      return 37;
-    case Qt::Key_Up:
-      return 38;
-    case Qt::Key_Right:
-      return 39;
-    case Qt::Key_Down:
-      return 40;
-    case Qt::Key_Insert:
-      return 45;
-    case Qt::Key_Shift:
-      return 16;
-    case Qt::Key_Control:
-      return 17;
-    case Qt::Key_Alt:
-      return 18;
-    default:
-      return 0;
-  }
+  if (qtKey == Qt::Key_Plus) return 187;  // the main keyboard's plus and minus keys
+  if (qtKey == Qt::Key_Minus) return 189;
+  return keyCode(qtKey);
 }
 
 }  // namespace tolvane::gui

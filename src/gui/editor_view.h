@@ -23,8 +23,8 @@ class EditorView : public QAbstractScrollArea {
   ui::TextPane& pane() { return m_pane; }
 
   // The key code of a key as the editor's handlers count keys (65 'A', 114 F3, 13
-  // Enter, ...); 0 for keys without one.
-  static int keyCode(int qtKey, bool keypad);
+  // Enter, 96 to 111 on the keypad, ...); 0 for keys without one.
+  static int editorKeyCode(int qtKey, bool keypad);
 
  signals:
   // After the view has handled the key, so the line display sees the new cursor.
@@ -74,9 +74,5 @@ class EditorView : public QAbstractScrollArea {
   int m_ascent = 12;
   bool m_dragging = false;
 };
-
-// Windows-1252 bytes to text and back, for the clipboard and for drawing.
-QString textFromBytes(std::string_view bytes);
-std::string bytesFromText(const QString& text);
 
 }  // namespace tolvane::gui

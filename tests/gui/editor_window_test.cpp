@@ -1,5 +1,6 @@
-// The Manual Editor's window on the offscreen platform: opened on a sample figure,
-// typed into, searched, and closed with its save question, against scripted answers.
+// The Manual Editor's window on the offscreen platform: handed the sample figure by the
+// main window, typed into, searched, and closed with its save question, against
+// scripted answers.
 #include "gui/editor_window.h"
 
 #include <QApplication>
@@ -7,64 +8,54 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTest>
-#include <fstream>
-#include <sstream>
 
 #include "gui/editor_view.h"
+#include "gui_test_support.h"
 #include "program/program.h"
-#include "ui/scripted_services.h"
 
 using namespace tolvane;
-
-namespace {
-std::string readAll(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::stringstream s;
-  s << in.rdbuf();
-  return s.str();
-}
-
-const char* kFigure =
-    "{\r\nversion\r\n\t{\r\n\tnumber 4.01\r\n\t}\r\nactor hip:1\r\n\t{\r\n\tname hip\r\n\t}\r\n"
-    "actor chest:1\r\n\t{\r\n\tname chest\r\n\t}\r\n}\r\n";
-}  // namespace
 
 class EditorWindowTest : public QObject {
   Q_OBJECT
 
   struct Session {
-    QTemporaryDir dir;
-    ui::ScriptedServices services;
-    ui::MemorySettings settings;
-    std::unique_ptr<Program> program;
-    std::unique_ptr<gui::EditorWindow> window;
+    gui::test::WindowFixture f{true};
     std::string figure;
+    std::string original;
+    gui::EditorWindow* window = nullptr;
 
     Session() {
-      std::filesystem::path root = dir.path().toStdString();
-      figure = (root / "Ava.cr2").string();
-      std::ofstream(figure, std::ios::binary) << kFigure;
-      program = std::make_unique<Program>(services, settings, ProgramOptions{root, root, root.string(), ""});
-      window = std::make_unique<gui::EditorWindow>(*program);
-      program->opening.LabelFileName.setCaption("Ava.cr2");
-      program->opening.LabelFileNameForEditor.setCaption(figure);
-      fireEvent(*program, "Opening", "LabelFileName", EventKind::Click);
+      auto copy = tolvane::test::copyInto(TOLVANE_SAMPLES "/Runtime/Libraries/Character/Tolvane/Ava.cr2",
+                                          f.program.files());
+      figure = copy.string();
+      original = tolvane::test::readFile(copy);
+      f.showFigurePage();
+      ui::Opening& o = f.opening();
+      o.LabelFileName.setCaption("Ava.cr2");
+      o.LabelFileNameForEditor.setCaption(figure);
+      gui::FormBinding::flushAll();
+      QTest::mouseClick(f.widget<QLabel>("LabelFileName"), Qt::LeftButton);
+      QApplication::processEvents();
+      window = qobject_cast<gui::EditorWindow*>(f.window->formWindow("FormEditor"));
+    }
+    ui::FormEditor& form() { return f.program->formEditor; }
+    template <class W>
+    W* child(const char* name) {
+      return window->findChild<W*>(name);
     }
   };
 
  private slots:
-  void opensTheFigureInTheLeftPane() {
+  void opensTheSampleFigureFromTheMainWindow() {
     Session s;
+    QVERIFY(s.window != nullptr);
     QVERIFY(s.window->isVisible());
     QCOMPARE(s.window->windowTitle().toStdString(), s.figure);
     QVERIFY(s.window->leftView()->isVisible());
     QVERIFY(!s.window->rightView()->isVisible());
-    QCOMPARE(s.program->formEditor.RichTextBox1->text(), std::string(kFigure));
-    auto* size = s.window->findChild<QLabel*>("LabelFileSizeEd1");
-    QVERIFY(size != nullptr);
-    QCOMPARE(size->text(), QString(" %1 bytes").arg(std::strlen(kFigure)));
+    QCOMPARE(s.form().RichTextBox1->text(), s.original);
+    QCOMPARE(s.child<QLabel>("LabelFileSizeEd1")->text(), QString(" %1 bytes").arg(s.original.size()));
   }
 
   void typingMarksThePaneAndShowsTheLine() {
@@ -73,28 +64,33 @@ class EditorWindowTest : public QObject {
     left->setFocus();
     QTest::keyClick(left, Qt::Key_Down);
     QTest::keyClick(left, Qt::Key_Down);
-    QCOMPARE(s.program->formEditor.TextLineNum.text(), std::string("3"));
-    QCOMPARE(s.program->formEditor.LeftPaneChanged, 0);
-    QTest::keyClicks(left, "x");
-    QCOMPARE(s.program->formEditor.LeftPaneChanged, 1);
-    QVERIFY(s.program->formEditor.RichTextBox1->text().find("\r\nx\t{\r\n") != std::string::npos);
-    auto* lineBox = s.window->findChild<QLineEdit*>("TextLineNum");
-    QCOMPARE(lineBox->text(), QString("3"));
+    QApplication::processEvents();
+    QCOMPARE(s.child<QLineEdit>("TextLineNum")->text(), QString("3"));
+    QCOMPARE(s.form().LeftPaneChanged, 0);
+    QTest::keyClick(left, Qt::Key_5);  // a digit of the main keyboard does not count
+    QCOMPARE(s.form().LeftPaneChanged, 0);
+    QTest::keyClick(left, Qt::Key_5, Qt::KeypadModifier);
+    QCOMPARE(s.form().LeftPaneChanged, 1);
+    std::size_t third = s.original.find('\n', s.original.find('\n') + 1) + 1;
+    QCOMPARE(s.form().RichTextBox1->mid(static_cast<std::int64_t>(third), 2), std::string("55"));
   }
 
   void findSelectsInThePaneAndF3GoesOn() {
     Session s;
-    QTest::mouseClick(s.window->findChild<QPushButton*>("PictureFind"), Qt::LeftButton);
-    auto* combo = s.window->findChild<QComboBox*>("ComboFind");
+    QTest::mouseClick(s.child<QPushButton>("PictureFind"), Qt::LeftButton);
+    QApplication::processEvents();
+    auto* combo = s.child<QComboBox>("ComboFind");
     QVERIFY(combo->isVisible());
-    QTest::keyClicks(combo->lineEdit(), "name");
+    QTest::keyClicks(combo->lineEdit(), "actor");
     QTest::keyClick(combo->lineEdit(), Qt::Key_Return);
-    const std::string text(kFigure);
-    QCOMPARE(s.program->formEditor.FoundPosition, static_cast<std::int32_t>(text.find("name")));
+    QApplication::processEvents();
+    const std::size_t first = s.original.find("actor", 1);
+    QCOMPARE(s.form().FoundPosition, static_cast<std::int32_t>(first));
     QCOMPARE(combo->count(), 1);
+    QVERIFY(s.window->leftView()->hasFocus());
     QTest::keyClick(s.window->leftView(), Qt::Key_F3);
-    QCOMPARE(s.program->formEditor.FoundPosition, static_cast<std::int32_t>(text.rfind("name")));
-    QCOMPARE(s.program->formEditor.RichTextBox1->text(), text);  // F3 types nothing
+    QCOMPARE(s.form().FoundPosition, static_cast<std::int32_t>(s.original.find("actor", first + 1)));
+    QCOMPARE(s.form().RichTextBox1->text(), s.original);  // F3 types nothing
   }
 
   void closeAsksAndSavesByteForByte() {
@@ -104,12 +100,15 @@ class EditorWindowTest : public QObject {
     QTest::keyClick(left, Qt::Key_End);
     QTest::keyClicks(left, "Z");
     QTest::keyClick(left, Qt::Key_Return);
-    s.services.expect("Note!", "Save changes?", ui::Answer::Yes);
-    s.services.dialog(s.figure);
+    s.f.program.services.expect("Note!", "Save changes?", ui::Answer::Yes);
+    s.f.program.services.dialog(s.figure);
     s.window->close();
+    QApplication::processEvents();
     QVERIFY(!s.window->isVisible());
-    QCOMPARE(s.services.pending(), std::size_t(0));
-    QCOMPARE(readAll(s.figure), "{Z\r\n\r\n" + std::string(kFigure).substr(3));
+    QCOMPARE(s.f.program.services.pending(), std::size_t(0));
+    std::size_t eol = s.original.find("\r\n");
+    std::string expected = s.original.substr(0, eol) + "Z\r\n" + s.original.substr(eol);
+    QCOMPARE(tolvane::test::readFile(s.figure), expected);
   }
 };
 
