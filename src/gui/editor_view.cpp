@@ -51,7 +51,7 @@ void EditorView::refresh() {
     m_wantedColumn = -1;
     ensureCaretVisible();
   }
-  m_lines = t.lineFromChar(t.length()) + 1;
+  m_lines = t.lineCount();
   QPalette p = viewport()->palette();
   p.setColor(QPalette::Base, toQColor(m_pane.backColor()));
   viewport()->setPalette(p);

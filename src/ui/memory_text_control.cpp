@@ -46,6 +46,7 @@ void MemoryTextControl::setText(std::string text) {
   m_modified = false;
   m_lineStarts.assign(1, 0);
   m_scannedTo = 0;
+  m_lineBreaks = std::count(m_buf.begin(), m_buf.end(), '\n');
 }
 
 std::int64_t MemoryTextControl::length() const {
@@ -109,6 +110,9 @@ void MemoryTextControl::ensureGap(std::size_t bytes) {
 void MemoryTextControl::replaceSelection(std::string_view text) {
   auto start = static_cast<std::size_t>(m_selStart);
   moveGap(start);
+  const char* removed = m_buf.data() + m_gapEnd;
+  m_lineBreaks -= std::count(removed, removed + m_selLength, '\n');
+  m_lineBreaks += std::count(text.begin(), text.end(), '\n');
   m_gapEnd += static_cast<std::size_t>(m_selLength);
   ensureGap(text.size());
   std::memcpy(&m_buf[m_gapStart], text.data(), text.size());

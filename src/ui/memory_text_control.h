@@ -32,6 +32,7 @@ class MemoryTextControl : public TextControl {
 
   std::int64_t lineFromChar(std::int64_t position) const override;
   std::int64_t lineIndex(std::int64_t line) const override;
+  std::int64_t lineCount() const override { return m_lineBreaks + 1; }
 
   bool modified() const override { return m_modified; }
   void setModified(bool modified) override { m_modified = modified; }
@@ -58,6 +59,7 @@ class MemoryTextControl : public TextControl {
   std::int64_t m_selLength = 0;
   Colour m_selColor = kBlack;
   bool m_modified = false;
+  std::int64_t m_lineBreaks = 0;  // kept up to date by every edit, so a view counts lines at once
   mutable std::vector<std::int64_t> m_lineStarts{0};
   mutable std::size_t m_scannedTo = 0;
 };

@@ -51,6 +51,8 @@ class TextControl {
   virtual std::int64_t lineFromChar(std::int64_t position) const = 0;
   // The character position where 0-based `line` starts; -1 past the last line.
   virtual std::int64_t lineIndex(std::int64_t line) const = 0;
+  // Line breaks plus one: a text that ends in a line break has an empty last line.
+  virtual std::int64_t lineCount() const = 0;
 
   virtual bool modified() const = 0;
   virtual void setModified(bool modified) = 0;

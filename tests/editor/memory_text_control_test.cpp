@@ -125,6 +125,7 @@ TEST(MemoryTextControl, AgreesWithAPlainStringUnderRandomEdits) {
       }
     }
     ASSERT_EQ(t.length(), static_cast<std::int64_t>(model.size()));
+    ASSERT_EQ(t.lineCount(), std::count(model.begin(), model.end(), '\n') + 1);
   }
   EXPECT_EQ(t.text(), model);
 }
