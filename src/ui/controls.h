@@ -12,27 +12,13 @@ namespace tolvane::ui {
 
 // Colours as the forms keep them: six hex digits, blue-green-red (0xBBGGRR).
 using Colour = std::uint32_t;
-constexpr Colour kToolRest = 0xC0E0FF;  // a tool picture at rest
-constexpr Colour kToolOn = 0x008000;    // a tool picture that is on
-constexpr Colour kRed = 0x0000FF;       // the standard colour number 12
+constexpr Colour kToolRest = 0xC0E0FF;   // a tool picture at rest
+constexpr Colour kToolOn = 0x008000;     // a tool picture that is on
+constexpr Colour kRed = 0x0000FF;        // the standard colour number 12
 constexpr Colour kBlack = 0x000000;
 constexpr Colour kWhite = 0xFFFFFF;
 
-enum class ControlKind {
-  Label,
-  TextBox,
-  ListBox,
-  Picture,
-  CheckBox,
-  Option,
-  Menu,
-  Timer,
-  Frame,
-  Slider,
-  Image,
-  ComboBox,
-  TextPane
-};
+enum class ControlKind { Label, TextBox, ListBox, Picture, CheckBox, Option, Menu, Timer, Frame, Slider, Image, ComboBox, TextPane };
 
 class Form;
 

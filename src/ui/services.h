@@ -28,14 +28,14 @@ struct Message {
 struct FileDialogRequest {
   enum class Kind { Open, Save } kind = Kind::Open;
   std::string title;
-  std::string filter;                 // empty: no filter
-  std::filesystem::path startFolder;  // the program's current directory as a rule
-  std::string fileName;               // proposed name
+  std::string filter;                   // empty: no filter
+  std::filesystem::path startFolder;    // the program's current directory as a rule
+  std::string fileName;                 // proposed name
 };
 
 struct PrintJob {
   std::string title;
-  std::string text;  // lines separated by CR LF or LF
+  std::string text;                     // lines separated by CR LF or LF
   std::string fontFamily = "Courier";
   int fontSize = 10;
 };
