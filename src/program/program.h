@@ -39,13 +39,12 @@ class Program {
   std::string appPath;
   std::string commandLine;
   bool quitRequested = false;
+  // Shows the Manual Editor on the file in LabelFileNameForEditor; set by the editor.
+  std::function<void()> onShowEditor;
 
   ui::Opening opening;
   ui::FormNotes formNotes;
   ui::FormEditor formEditor;
-
-  // Shows the Manual Editor with the destination file (the open of an mtl file).
-  std::function<void()> onShowEditor;
 
   // Every form by its name ("Opening", "FormNotes", ...); nullptr for an unknown name.
   ui::Form* form(const std::string& name) const;
