@@ -57,6 +57,7 @@ void EditorLoad(Program& program) {
   ui::FormEditor& form = program.formEditor;
   ui::Opening& main = program.opening;
   loadPlacement(program);
+  form.setCaption(ui::kEditorUnsetCaption);
 
   // A red source label means the source was picked; otherwise the destination is meant.
   const std::string& path = main.LabelChannelFileName.foreColor() == ui::kRed

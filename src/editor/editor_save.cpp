@@ -29,15 +29,18 @@ void moveScratch(const std::filesystem::path& scratch, const std::filesystem::pa
 void writePane(Program& program, ui::TextPane& pane, const std::string& chosen) {
   std::filesystem::path scratch = program.workFile(kScratch);
   core::deleteIgnoringErrors(scratch);
-  {
+  try {
     core::LineWriter out(scratch, core::LineWriter::Mode::Output);
     out.write(pane->text());
     out.close();
+    std::filesystem::path target = core::nativePath(chosen);
+    // The pane's own file goes first; any other file of the chosen name is replaced too.
+    if (core::fileExists(target)) core::killFile(target);
+    moveScratch(scratch, target);
+  } catch (...) {
+    core::deleteIgnoringErrors(scratch);
+    throw;
   }
-  std::filesystem::path target = core::nativePath(chosen);
-  // The pane's own file goes first; any other file of the chosen name is replaced too.
-  if (core::fileExists(target)) core::killFile(target);
-  moveScratch(scratch, target);
 }
 }  // namespace
 

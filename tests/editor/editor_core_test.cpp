@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "core/scratch_file.h"
 #include "editor_test_support.h"
 
 namespace tolvane {
@@ -202,6 +203,17 @@ TEST(EditorSave, WritesThePaneByteForByteWithCrLf) {
   f.fire("PictureSave", EventKind::Click);
   EXPECT_EQ(f.form().LeftPaneChanged, 0);
   EXPECT_TRUE(std::filesystem::is_empty(f.t.work()));  // no scratch file left
+
+  // A file that cannot be replaced stays as it was, and the pane keeps its changes.
+  core::setReadOnly(copy);
+  std::string before = readFile(copy);
+  f.key("RichTextBox1", 65);
+  f.user().dialog(copy);
+  f.user().expect("Tolvane", "Run-time error '75':...");
+  f.fire("PictureSave", EventKind::Click);
+  EXPECT_EQ(readFile(copy), before);
+  EXPECT_EQ(f.form().LeftPaneChanged, 1);
+  EXPECT_TRUE(std::filesystem::is_empty(f.t.work()));
 }
 
 TEST(EditorClose, QuestionsInOrder) {
