@@ -4,6 +4,7 @@
 // ListTextureMaps. Tools that change parts or channels run them again to refresh.
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 namespace tolvane {
@@ -19,4 +20,22 @@ void ListTextureMaps(Program& program, const std::string& path);
 // The display form of a path in the file labels: whole below 43 characters, else
 // "..." and its last 45 characters.
 std::string displayPath(const std::string& path);
+
+// The file a path text names: backslashes read as separators, a relative name taken
+// from the program's current directory.
+std::filesystem::path filePath(const Program& program, const std::string& text);
+
+// The file ListAllChannels reads: the destination, or the source when the two file
+// labels differ.
+std::string allChannelsPath(const Program& program);
+
+// A click on ListMaterials: the swatches show that material's colours.
+void ListMaterialsClick(Program& program);
+// A colour list entry ("256  128  51.2") as a swatch colour (blue, green, red).
+unsigned swatchColour(const std::string& entry);
+
+// The pop-up list of texture values over TextMainTex and its timer.
+void TextMainTexMouseMove(Program& program);
+void HideAllTexMaps(Program& program);
+void TextMainOBJMouseMove(Program& program);
 }  // namespace tolvane

@@ -1,0 +1,242 @@
+// The geometry and material readers: the main OBJ and the props' geometry files
+// (ListPropGeometry, ListPropGeometryPropFile) and the material list with its two
+// colour lists and swatches (ListFileMaterials).
+#include <algorithm>
+#include <cmath>
+
+#include "core/figure_scan.h"
+#include "core/figure_text.h"
+#include "core/list_readers.h"
+#include "core/run_time_number.h"
+#include "core/runtime_error.h"
+#include "program/program.h"
+
+namespace tolvane {
+
+using core::contains;
+using core::hasPrefix;
+
+namespace {
+
+
+void showObjExtract(ui::Opening& form) {
+  form.PictureOBJExtract.setVisible(true);
+  form.PictureOBJView.setTop(412);
+}
+
+// TextMainOBJ from a geometry line: the text behind "Geometries:", or from character
+// 11 when the word is missing.
+std::string behindGeometries(std::string_view field) {
+  return core::Mid(field, static_cast<long long>(core::InStr(field, "Geometries:")) + 11);
+}
+
+// Changes into the main geometry's folder, one colon-separated folder at a time (a
+// folder that does not exist stops the command), and names the OBJ in LabelOBJFileName.
+void enterGeometryFolder(Program& program, const std::string& root) {
+  ui::Opening& form = program.opening;
+  std::string rest = form.TextMainOBJ.text();
+  std::filesystem::path folder = core::nativePath(root).lexically_normal();
+  for (std::size_t colon = rest.find(':'); colon != std::string::npos; colon = rest.find(':')) {
+    folder = core::resolveCaseInsensitive(folder / rest.substr(0, colon));
+    rest.erase(0, colon + 1);
+    std::error_code ec;
+    if (!std::filesystem::is_directory(folder, ec)) core::raiseError(core::kPathNotFound, folder.string());
+    program.currentDir = folder;
+  }
+  form.LabelOBJFileName.setCaption((folder / rest).string());
+}
+
+// The props' geometry files, from the reader's position to the end of the file.
+void listProps(Program& program, core::FigureScanner& in) {
+  ui::Opening& form = program.opening;
+  std::vector<std::string> values;
+  core::Needles props{"prop "};
+  std::string_view view;
+  std::string field;
+  bool pending = false;  // `field` is still to be examined
+  for (;;) {
+    if (!pending) {
+      in.skipLines(props, false);
+      if (!in.field(view)) break;
+      field.assign(view);
+    }
+    pending = false;
+    if (!hasPrefix(field, "prop ")) continue;
+    std::string name = core::Mid(field, 6);
+    if (contains(in.ReadField(), "geomCustom")) showObjExtract(form);
+    field.assign(in.ReadField());
+    if (contains(field, "geomCustom")) showObjExtract(form);
+    if (contains(field, "name")) {
+      pending = true;  // a definition: look at this field as it stands
+      continue;
+    }
+    field.assign(in.ReadField());
+    if (contains(field, "geomCustom")) showObjExtract(form);
+    std::size_t at = core::InStr(field, "Geometries:");
+    std::string value = at > 0 ? core::Mid(field, static_cast<long long>(at) + 11) : name + " Custom Geometry in CR2";
+    if (std::find(values.begin(), values.end(), value) != values.end() || form.ListPropObj.indexOf(value) >= 0) {
+      field.assign(in.ReadField());
+      pending = true;
+      continue;
+    }
+    values.push_back(value);
+  }
+  for (auto& v : values) form.ListPropObj.addItem(v);
+  if (form.ListPropObj.listCount() == 0) {
+    form.ListPropObj.setForeColor(ui::kRed);
+    form.ListPropObj.addItem("No Props in CR2");
+  }
+}
+
+}  // namespace
+
+void ListPropGeometry(Program& program, const std::string& path) {
+  ui::Opening& form = program.opening;
+  core::FigureScanner in(filePath(program, path));
+  core::Needles keys{"figure", "geomCustom"};
+  std::string_view field;
+  for (;;) {
+    in.skipLines(keys, false);
+    field = in.ReadField();
+    if (contains(field, "geomCustom")) showObjExtract(form);
+    if (hasPrefix(field, "figure")) break;
+  }
+  form.TextMainOBJ.setText(behindGeometries(field));
+  enterGeometryFolder(program, program.posersFolder() + "Runtime\\Geometries");
+  listProps(program, in);
+}
+
+void ListPropGeometryPropFile(Program& program, const std::string& path) {
+  ui::Opening& form = program.opening;
+  core::FigureScanner in(filePath(program, path));
+  core::Needles keys{"prop"};
+  for (;;) {
+    in.skipLines(keys, false);
+    if (hasPrefix(in.ReadField(), "prop")) break;
+  }
+  for (int i = 0; i < 2; ++i)
+    if (contains(in.ReadField(), "geomCustom")) showObjExtract(form);
+  form.TextMainOBJ.setText(behindGeometries(in.ReadField()));
+  enterGeometryFolder(program, program.posersFolder() + "\\Runtime\\Geometries");
+  listProps(program, in);
+}
+
+unsigned swatchColour(const std::string& entry) {
+  // First number up to the first blank, the next ones from two characters behind a blank.
+  std::size_t b1 = entry.find(' ');
+  std::string red = entry.substr(0, b1);
+  std::string rest = b1 == std::string::npos ? std::string() : core::Mid(entry, static_cast<long long>(b1) + 3);
+  std::size_t b2 = rest.find(' ');
+  std::string green = rest.substr(0, b2);
+  std::string blue = b2 == std::string::npos ? std::string() : core::Mid(rest, static_cast<long long>(b2) + 3);
+  auto channel = [](const std::string& text) {
+    double v = std::nearbyint(core::Val(text));
+    return static_cast<unsigned>(std::clamp(v, 0.0, 255.0));
+  };
+  return channel(red) | channel(green) << 8 | channel(blue) << 16;
+}
+
+namespace {
+
+// Three colour numbers of a KdColor or KsColor line, times 256, in the run-time's
+// number text joined by blanks.
+std::string colourEntry(std::string_view line) {
+  std::string rest = core::LTrim(core::Mid(line, static_cast<long long>(core::InStr(line, " ")) + 1));
+  std::string entry;
+  for (int i = 0; i < 3; ++i) {
+    std::size_t blank = rest.find(' ');
+    entry += (i ? " " : "") + core::StrSingle(core::Val(rest.substr(0, blank)) * 256);
+    rest = blank == std::string::npos ? std::string() : core::LTrim(rest.substr(blank));
+  }
+  return core::LTrim(entry);
+}
+
+enum class MatState { Props, ReadOne, MaterialTest, Done };
+
+}  // namespace
+
+void ListFileMaterials(Program& program, const std::string& path) {
+  ui::Opening& form = program.opening;
+  std::string kind = core::FileKind(path);
+  bool propFile = kind == "hr2" || kind == "pp2";
+  core::FigureScanner in(filePath(program, path));
+  std::vector<std::string> propNames, names, colours, hiLites;
+  std::string field;
+  MatState state = MatState::MaterialTest;
+  if (kind != "pz2" && kind != "fc2") {
+    core::Needles start = propFile ? core::Needles{"figureResFile", "figure", "material"}
+                                   : core::Needles{"figureResFile", "figure"};
+    for (;;) {
+      in.skipLines(start, false);
+      field.assign(in.ReadField());
+      if (contains(field, "figureResFile")) {
+        state = propFile ? MatState::MaterialTest : MatState::Props;
+        break;
+      }
+      if (field == "figure") {
+        state = MatState::ReadOne;
+        break;
+      }
+      if (propFile && hasPrefix(field, "material")) {
+        state = MatState::MaterialTest;
+        break;
+      }
+    }
+  }
+  core::Needles propKeys{"prop", "figure"};
+  core::Needles materialKeys{"material"};
+  std::string_view view;
+  while (state != MatState::Done) {
+    if (state == MatState::Props) {
+      in.skipLines(propKeys, false);
+      if (!in.field(view)) {
+        state = MatState::Done;
+      } else if (hasPrefix(view, "prop")) {
+        propNames.push_back(core::Mid(view, 6));
+      } else if (view == "figure") {
+        state = MatState::ReadOne;
+      }
+    } else if (state == MatState::ReadOne) {
+      in.skipLines(materialKeys, false);
+      if (!in.field(view)) {
+        state = MatState::Props;
+      } else {
+        field.assign(view);
+        state = MatState::MaterialTest;
+      }
+    } else {
+      state = MatState::ReadOne;
+      if (!hasPrefix(field, "material")) continue;
+      std::string name = core::Mid(field, 10);
+      if (name == "Preview") continue;
+      if (std::find(propNames.begin(), propNames.end(), name) != propNames.end()) {
+        state = MatState::Props;
+        continue;
+      }
+      names.push_back(name);
+      in.ReadField();
+      std::string kd(in.ReadField());
+      in.ReadField();
+      std::string ks(in.ReadField());
+      colours.push_back(colourEntry(kd));
+      hiLites.push_back(colourEntry(ks));
+    }
+  }
+  in.close();
+  for (auto& n : names) form.ListMaterials.addItem(n);
+  for (auto& c : colours) form.ListMATColors.addItem(c);
+  for (auto& h : hiLites) form.ListMatHiLite.addItem(h);
+  if (form.ListMATColors.listCount() > 0) form.PictureMatColor.setBackColor(swatchColour(form.ListMATColors.list(0)));
+  if (form.ListMatHiLite.listCount() > 0)
+    form.PictureMatHiLite.setBackColor(swatchColour(form.ListMatHiLite.list(0)));
+}
+
+void ListMaterialsClick(Program& program) {
+  ui::Opening& form = program.opening;
+  int i = form.ListMaterials.listIndex();
+  if (i < 0) return;
+  if (i < form.ListMATColors.listCount()) form.PictureMatColor.setBackColor(swatchColour(form.ListMATColors.list(i)));
+  if (i < form.ListMatHiLite.listCount()) form.PictureMatHiLite.setBackColor(swatchColour(form.ListMatHiLite.list(i)));
+}
+
+}  // namespace tolvane
