@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <cstring>
@@ -13,7 +14,6 @@
 namespace tolvane::core {
 
 namespace {
-constexpr std::size_t kWindow = 4 << 20;
 constexpr std::uint64_t kNone = ~0ull;
 
 std::int64_t nowMs() {
@@ -40,7 +40,7 @@ Needles::Needles(std::initializer_list<std::string_view> words) {
   m_from.assign(m_words.size(), kNone);
 }
 
-FigureScanner::FigureScanner(const std::filesystem::path& path) : m_path(path) {
+FigureScanner::FigureScanner(const std::filesystem::path& path, std::size_t window) : m_path(path) {
   m_fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
   if (m_fd < 0) raiseError(errorNumberFromErrno(errno, false), path.string());
   struct stat st {};
@@ -50,7 +50,7 @@ FigureScanner::FigureScanner(const std::filesystem::path& path) : m_path(path) {
     raiseError(kPathFileAccessError, path.string());
   }
   m_length = static_cast<std::uint64_t>(st.st_size);
-  m_buf.resize(kWindow);
+  m_buf.resize(std::max<std::size_t>(window, 2));
   m_lastYield = nowMs();
 }
 

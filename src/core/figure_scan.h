@@ -30,7 +30,8 @@ class Needles {
 
 class FigureScanner {
  public:
-  explicit FigureScanner(const std::filesystem::path& path);
+  // `window` is the reading block; tests make it tiny to reach its edges.
+  explicit FigureScanner(const std::filesystem::path& path, std::size_t window = 4 << 20);
   ~FigureScanner();
   FigureScanner(const FigureScanner&) = delete;
   FigureScanner& operator=(const FigureScanner&) = delete;
