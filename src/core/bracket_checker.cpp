@@ -34,7 +34,7 @@ bool walkParts(Program& program, core::FigureScanner& in, Counts& c) {
   std::string field;
   bool rewind = false;
   auto next = [&] {
-    if (in.skipLines(keys, false) > 0) field.clear();
+    if (in.skipLines(keys, true, false) > 0) field.clear();
     if (!in.atEnd()) field.assign(in.ReadField());
   };
   while (!in.atEnd()) {
@@ -85,7 +85,7 @@ void CheckBrackets(Program& program) {
   try {
     core::FigureScanner in(filePath(program, f.OpenFilePath));
     core::Needles figureRes{"figureResFile"};
-    do in.skipLines(figureRes, true);
+    do in.skipLines(figureRes, true, false);
     while (!contains(in.ReadField(), "figureResFile"));
     Counts c;
     if (walkParts(program, in, c)) {

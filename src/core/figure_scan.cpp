@@ -1,6 +1,7 @@
 #include "core/figure_scan.h"
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -8,6 +9,9 @@
 #include <cerrno>
 #include <chrono>
 #include <cstring>
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 #include "core/runtime_error.h"
 
@@ -22,20 +26,55 @@ std::int64_t nowMs() {
       .count();
 }
 
-std::uint64_t countByte(const char* from, const char* to, char byte) {
+// Line ends (and commas) in a run of text: one read per line, one more per comma.
+std::uint64_t countReads(const char* from, const char* to, bool commas) {
   std::uint64_t n = 0;
-  while (from < to) {
-    const void* hit = std::memchr(from, byte, static_cast<std::size_t>(to - from));
-    if (hit == nullptr) break;
-    ++n;
-    from = static_cast<const char*>(hit) + 1;
+#if defined(__SSE2__)
+  // Each byte lane counts its hits down from zero; the lanes are summed before any
+  // of them could wrap.
+  const __m128i cr = _mm_set1_epi8('\r');
+  const __m128i comma = _mm_set1_epi8(commas ? ',' : '\r');
+  const __m128i zero = _mm_setzero_si128();
+  while (to - from >= 16) {
+    __m128i lanes = zero;
+    for (int i = 0; i < 127 && to - from >= 16; ++i, from += 16) {
+      __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
+      lanes = _mm_sub_epi8(lanes, _mm_cmpeq_epi8(v, cr));
+      if (commas) lanes = _mm_sub_epi8(lanes, _mm_cmpeq_epi8(v, comma));
+    }
+    __m128i sums = _mm_sad_epu8(lanes, zero);
+    n += static_cast<std::uint64_t>(_mm_cvtsi128_si32(sums)) +
+         static_cast<std::uint64_t>(_mm_cvtsi128_si32(_mm_srli_si128(sums, 8)));
   }
+#endif
+  for (; from < to; ++from) n += *from == '\r' || (commas && *from == ',');
   return n;
+}
+
+// Characters that fill the delta lines and braces of a figure: a poor first probe.
+bool common(char c) { return std::strchr("0123456789 \t\r\n.-+dk{}", c) != nullptr && c != '\0'; }
+
+const char* findWord(const char* from, const char* to, const std::string& word, std::size_t probe) {
+  const char* p = from;
+  while (to - p >= static_cast<std::ptrdiff_t>(word.size())) {
+    const void* q = std::memchr(p + probe, word[probe], static_cast<std::size_t>(to - p) - probe);
+    if (q == nullptr) return nullptr;
+    const char* start = static_cast<const char*>(q) - probe;
+    if (to - start >= static_cast<std::ptrdiff_t>(word.size()) && std::memcmp(start, word.data(), word.size()) == 0)
+      return start;
+    p = start + 1;
+  }
+  return nullptr;
 }
 }  // namespace
 
 Needles::Needles(std::initializer_list<std::string_view> words) {
-  for (std::string_view w : words) m_words.emplace_back(w);
+  for (std::string_view w : words) {
+    m_words.emplace_back(w);
+    std::size_t probe = 0;
+    while (probe + 1 < w.size() && common(w[probe])) ++probe;
+    m_probe.push_back(common(w[probe]) ? 0 : probe);
+  }
   m_next.assign(m_words.size(), kNone);
   m_from.assign(m_words.size(), kNone);
 }
@@ -50,13 +89,14 @@ FigureScanner::FigureScanner(const std::filesystem::path& path, std::size_t wind
     raiseError(kPathFileAccessError, path.string());
   }
   m_length = static_cast<std::uint64_t>(st.st_size);
-  m_buf.resize(std::max<std::size_t>(window, 2));
+  m_window = std::max<std::size_t>(window, 2);
   m_lastYield = nowMs();
 }
 
 FigureScanner::~FigureScanner() { close(); }
 
 void FigureScanner::close() {
+  unmap();
   if (m_fd >= 0) ::close(m_fd);
   m_fd = -1;
 }
@@ -66,31 +106,40 @@ void FigureScanner::setYield(std::function<void()> yield) { m_yield = std::move(
 bool FigureScanner::refill() {
   if (m_eof) return false;
   if (m_fd < 0) raiseError(kBadFileNameOrNumber, m_path.string());
-  std::size_t shift = m_keep;
-  if (shift > 0) {
-    std::memmove(m_buf.data(), m_buf.data() + shift, m_end - shift);
-    m_base += shift;
-    m_pos -= shift;
-    m_end -= shift;
-    m_keep = 0;
+  std::uint64_t keep = m_base + m_keep;
+  std::uint64_t have = m_base + m_end;
+  if (have >= m_length) {
+    m_eof = true;
+    return false;
   }
-  if (m_end == m_buf.size()) m_buf.resize(m_buf.size() * 2);  // one line longer than the window
-  ++m_generation;
   if (m_yield && nowMs() - m_lastYield >= 100) {
     m_yield();
     m_lastYield = nowMs();
   }
-  for (;;) {
-    ssize_t n = ::read(m_fd, m_buf.data() + m_end, m_buf.size() - m_end);
-    if (n < 0 && errno == EINTR) continue;
-    if (n < 0) raiseError(kDeviceIOError, m_path.string());
-    if (n == 0) {
-      m_eof = true;
-      return false;
-    }
-    m_end += static_cast<std::size_t>(n);
-    return true;
-  }
+  // The next window starts at the page that holds the text still in use; it is at
+  // least twice that text, so one line longer than a window still fits.
+  static const std::uint64_t page = static_cast<std::uint64_t>(::sysconf(_SC_PAGESIZE));
+  std::uint64_t start = keep / page * page;
+  std::uint64_t size = std::min<std::uint64_t>(std::max<std::uint64_t>(m_window, (have - start) * 2), m_length - start);
+  unmap();
+  void* map = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_POPULATE, m_fd, static_cast<off_t>(start));
+  if (map == MAP_FAILED) raiseError(kDeviceIOError, m_path.string());
+  ::madvise(map, size, MADV_SEQUENTIAL);
+  m_map = map;
+  m_mapSize = size;
+  m_data = static_cast<const char*>(map);
+  m_pos = static_cast<std::size_t>(m_base + m_pos - start);
+  m_keep = static_cast<std::size_t>(keep - start);
+  m_end = static_cast<std::size_t>(size);
+  m_base = start;
+  ++m_generation;
+  return true;
+}
+
+void FigureScanner::unmap() {
+  if (m_map != nullptr) ::munmap(m_map, m_mapSize);
+  m_map = nullptr;
+  m_data = nullptr;
 }
 
 void FigureScanner::settleLineFeed() {
@@ -100,7 +149,7 @@ void FigureScanner::settleLineFeed() {
     m_keep = m_pos;
     if (!refill()) return;
   }
-  if (m_buf[m_pos] == '\n') ++m_pos;
+  if (m_data[m_pos] == '\n') ++m_pos;
 }
 
 bool FigureScanner::atEnd() {
@@ -115,13 +164,13 @@ bool FigureScanner::rawLine(std::string_view& out) {
   std::size_t start = m_pos;
   std::size_t scan = m_pos;
   for (;;) {
-    const void* cr = std::memchr(m_buf.data() + scan, '\r', m_end - scan);
+    const void* cr = std::memchr(m_data + scan, '\r', m_end - scan);
     if (cr != nullptr) {
-      std::size_t at = static_cast<std::size_t>(static_cast<const char*>(cr) - m_buf.data());
-      out = std::string_view(m_buf.data() + start, at - start);
+      std::size_t at = static_cast<std::size_t>(static_cast<const char*>(cr) - m_data);
+      out = std::string_view(m_data + start, at - start);
       m_pos = at + 1;
       if (m_pos < m_end) {
-        if (m_buf[m_pos] == '\n') ++m_pos;
+        if (m_data[m_pos] == '\n') ++m_pos;
       } else {
         m_pendingLineFeed = true;
       }
@@ -132,7 +181,7 @@ bool FigureScanner::rawLine(std::string_view& out) {
     m_keep = start;
     if (!refill()) {
       start -= static_cast<std::size_t>(m_base - before);
-      out = std::string_view(m_buf.data() + start, m_end - start);
+      out = std::string_view(m_data + start, m_end - start);
       m_pos = m_end;
       break;
     }
@@ -150,17 +199,17 @@ bool FigureScanner::field(std::string_view& out) {
       m_keep = m_pos;
       if (!refill()) break;
     }
-    char c = m_buf[m_pos];
+    char c = m_data[m_pos];
     if (c != ' ' && c != '\t') break;
     ++m_pos;
   }
-  bool quoted = m_pos < m_end && m_buf[m_pos] == '"';
+  bool quoted = m_pos < m_end && m_data[m_pos] == '"';
   if (quoted) ++m_pos;
   std::size_t start = m_pos;
   std::size_t stop = std::string::npos;  // end of the field's text
   for (;;) {
     if (m_pos < m_end) {
-      const char* from = m_buf.data() + m_pos;
+      const char* from = m_data + m_pos;
       std::size_t left = m_end - m_pos;
       const char* hit;
       if (quoted && stop == std::string::npos) {
@@ -172,7 +221,7 @@ bool FigureScanner::field(std::string_view& out) {
         hit = comma ? comma : cr;
       }
       if (hit != nullptr) {
-        std::size_t at = static_cast<std::size_t>(hit - m_buf.data());
+        std::size_t at = static_cast<std::size_t>(hit - m_data);
         if (quoted && stop == std::string::npos) {
           stop = at;
           m_pos = at + 1;  // the rest up to the delimiter is dropped
@@ -193,16 +242,16 @@ bool FigureScanner::field(std::string_view& out) {
     if (!more) break;
   }
   if (stop == std::string::npos) stop = m_pos;
-  out = std::string_view(m_buf.data() + start, stop - start);
+  out = std::string_view(m_data + start, stop - start);
   m_atLineStart = true;
   if (m_pos < m_end) {
-    if (m_buf[m_pos] == ',') {
+    if (m_data[m_pos] == ',') {
       ++m_pos;
       m_atLineStart = false;
-    } else if (m_buf[m_pos] == '\r') {
+    } else if (m_data[m_pos] == '\r') {
       ++m_pos;
       if (m_pos < m_end) {
-        if (m_buf[m_pos] == '\n') ++m_pos;
+        if (m_data[m_pos] == '\n') ++m_pos;
       } else {
         m_pendingLineFeed = true;
       }
@@ -235,9 +284,8 @@ std::uint64_t FigureScanner::findNeedle(Needles& needles) {
                   (needles.m_next[i] == kNone || needles.m_next[i] >= at);
     if (!cached) {
       const std::string& w = needles.m_words[i];
-      const void* hit = ::memmem(m_buf.data() + m_pos, m_end - m_pos, w.data(), w.size());
-      needles.m_next[i] = hit ? m_base + static_cast<std::uint64_t>(static_cast<const char*>(hit) - m_buf.data())
-                              : kNone;
+      const char* hit = findWord(m_data + m_pos, m_data + m_end, w, needles.m_probe[i]);
+      needles.m_next[i] = hit ? m_base + static_cast<std::uint64_t>(hit - m_data) : kNone;
       needles.m_from[i] = at;
     }
     if (needles.m_next[i] < best) best = needles.m_next[i];
@@ -245,16 +293,13 @@ std::uint64_t FigureScanner::findNeedle(Needles& needles) {
   return best;
 }
 
-std::uint64_t FigureScanner::skipRegion(std::size_t end, bool countFields) {
-  const char* from = m_buf.data() + m_pos;
-  const char* to = m_buf.data() + end;
-  std::uint64_t n = countByte(from, to, '\r');
-  if (countFields) n += countByte(from, to, ',');
+std::uint64_t FigureScanner::skipRegion(std::size_t end, bool fields, bool count) {
+  std::uint64_t n = count ? countReads(m_data + m_pos, m_data + end, fields) : end - m_pos;
   m_pos = end;
   return n;
 }
 
-std::uint64_t FigureScanner::skipLines(Needles& needles, bool countFields) {
+std::uint64_t FigureScanner::skipLines(Needles& needles, bool fields, bool count) {
   if (!m_atLineStart) return 0;
   std::uint64_t total = 0;
   for (;;) {
@@ -268,31 +313,31 @@ std::uint64_t FigureScanner::skipLines(Needles& needles, bool countFields) {
     bool found = hit != kNone;
     if (found) {
       std::size_t h = static_cast<std::size_t>(hit - m_base);
-      const void* r = ::memrchr(m_buf.data() + m_pos, '\r', h - m_pos);
+      const void* r = ::memrchr(m_data + m_pos, '\r', h - m_pos);
       if (r == nullptr) return total;  // the keyword stands in the line at hand
-      stop = static_cast<std::size_t>(static_cast<const char*>(r) - m_buf.data()) + 1;
-      if (stop < h && m_buf[stop] == '\n') ++stop;
+      stop = static_cast<std::size_t>(static_cast<const char*>(r) - m_data) + 1;
+      if (stop < h && m_data[stop] == '\n') ++stop;
     } else {
-      const void* r = m_end - m_pos > 1 ? ::memrchr(m_buf.data() + m_pos, '\r', m_end - 1 - m_pos) : nullptr;
+      const void* r = m_end - m_pos > 1 ? ::memrchr(m_data + m_pos, '\r', m_end - 1 - m_pos) : nullptr;
       if (r == nullptr) {
         m_keep = m_pos;
         if (refill()) continue;
         stop = m_end;  // the last lines of the file
       } else {
-        stop = static_cast<std::size_t>(static_cast<const char*>(r) - m_buf.data()) + 1;
-        if (m_buf[stop] == '\n') ++stop;
+        stop = static_cast<std::size_t>(static_cast<const char*>(r) - m_data) + 1;
+        if (m_data[stop] == '\n') ++stop;
       }
     }
-    if (countFields) {
+    if (fields) {
       // A field that opens with a double quote may run over line ends: such lines are
       // left to the field reader.
-      const void* q = std::memchr(m_buf.data() + m_pos, '"', stop - m_pos);
+      const void* q = std::memchr(m_data + m_pos, '"', stop - m_pos);
       if (q != nullptr) {
-        std::size_t qa = static_cast<std::size_t>(static_cast<const char*>(q) - m_buf.data());
-        const void* r = ::memrchr(m_buf.data() + m_pos, '\r', qa - m_pos);
+        std::size_t qa = static_cast<std::size_t>(static_cast<const char*>(q) - m_data);
+        const void* r = ::memrchr(m_data + m_pos, '\r', qa - m_pos);
         if (r == nullptr) return total;
-        stop = static_cast<std::size_t>(static_cast<const char*>(r) - m_buf.data()) + 1;
-        if (stop < qa && m_buf[stop] == '\n') ++stop;
+        stop = static_cast<std::size_t>(static_cast<const char*>(r) - m_data) + 1;
+        if (stop < qa && m_data[stop] == '\n') ++stop;
         found = true;
       }
     }
@@ -300,15 +345,15 @@ std::uint64_t FigureScanner::skipLines(Needles& needles, bool countFields) {
     if (last) {
       // The tail after the last line end is one more line; a comma as the very last
       // byte of the file opens no further field.
-      const void* r = stop > m_pos ? ::memrchr(m_buf.data() + m_pos, '\r', stop - m_pos) : nullptr;
-      std::size_t tail = r ? static_cast<std::size_t>(static_cast<const char*>(r) - m_buf.data()) + 1 : m_pos;
-      if (tail < stop && m_buf[tail] == '\n' && r != nullptr) ++tail;
-      if (tail < stop) {
+      const void* r = stop > m_pos ? ::memrchr(m_data + m_pos, '\r', stop - m_pos) : nullptr;
+      std::size_t tail = r ? static_cast<std::size_t>(static_cast<const char*>(r) - m_data) + 1 : m_pos;
+      if (tail < stop && m_data[tail] == '\n' && r != nullptr) ++tail;
+      if (tail < stop && count) {
         ++total;
-        if (countFields && m_buf[stop - 1] == ',') --total;
+        if (fields && m_data[stop - 1] == ',') --total;
       }
     }
-    total += skipRegion(stop, countFields);
+    total += skipRegion(stop, fields, count);
     if (found || last) return total;
   }
 }

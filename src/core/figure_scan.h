@@ -1,6 +1,6 @@
 // A fast reader of figure text for the workspace readers: the same ReadRawLine and
 // ReadField rules as LineReader, but lines and fields come back as views into one
-// sliding window, and whole runs of lines that hold none of a reader's keywords (the
+// sliding window mapped from the file, and whole runs of lines that hold none of a reader's keywords (the
 // morph deltas that make up most of a figure) are passed over in bulk and counted.
 #pragma once
 
@@ -23,6 +23,7 @@ class Needles {
  private:
   friend class FigureScanner;
   std::vector<std::string> m_words;
+  std::vector<std::size_t> m_probe;  // the word's least common character, searched first
   std::vector<std::uint64_t> m_next;  // absolute offset of the next hit, or kNone
   std::vector<std::uint64_t> m_from;  // where the search that found it started
   std::uint64_t m_generation = ~0ull;
@@ -45,10 +46,12 @@ class FigureScanner {
   std::string_view ReadField();
 
   // From the start of a line, passes over every whole line that holds none of the
-  // needles and stops at the start of the first one that does (or at the end).
-  // Returns how many reads were passed over: lines, or fields when `countFields`
-  // (a comma makes one more field). Does nothing in the middle of a line.
-  std::uint64_t skipLines(Needles& needles, bool countFields);
+  // needles and stops at the start of the first one that does (or at the end). For a
+  // loop of field reads (`fields`), a line with a double quote stops it too, since a
+  // quoted field may run over line ends. Returns how many reads were passed over
+  // (lines, or fields: a comma makes one more), or with `count` false the number of
+  // bytes. Does nothing in the middle of a line.
+  std::uint64_t skipLines(Needles& needles, bool fields, bool count);
 
   std::uint64_t length() const { return m_length; }
   // Called about every 100 ms of reading, so that the event loop can run.
@@ -56,16 +59,20 @@ class FigureScanner {
   void close();
 
  private:
-  bool refill();  // keeps [m_keep, m_end), reads more; false at the end of the file
+  bool refill();  // keeps [m_keep, m_end), maps more; false at the end of the file
+  void unmap();
   void settleLineFeed();
   std::uint64_t findNeedle(Needles& needles);
-  std::uint64_t skipRegion(std::size_t end, bool countFields);
+  std::uint64_t skipRegion(std::size_t end, bool fields, bool count);
 
   std::filesystem::path m_path;
   int m_fd = -1;
-  std::vector<char> m_buf;
+  void* m_map = nullptr;
+  std::size_t m_mapSize = 0;
+  const char* m_data = nullptr;  // the window: the file from m_base on
+  std::size_t m_window = 0;
   std::size_t m_pos = 0, m_end = 0, m_keep = 0;
-  std::uint64_t m_base = 0;  // file offset of m_buf[0]
+  std::uint64_t m_base = 0;  // file offset of m_data[0]
   std::uint64_t m_length = 0;
   std::uint64_t m_generation = 0;
   bool m_eof = false;

@@ -44,7 +44,7 @@ long long readToFirstFigure(core::FigureScanner& in) {
   long long count = 0;
   std::string_view line;
   while (!contains(line, "figureResFile")) {
-    count += static_cast<long long>(in.skipLines(keys, false));
+    count += static_cast<long long>(in.skipLines(keys, false, true));
     if (!in.rawLine(line)) break;
     ++count;
     if (hasPrefix(line, "actor BODY")) break;
@@ -68,7 +68,7 @@ void ListBodyParts(Program& program, const std::string& path) {
   core::Needles figureRes{"figureResFile"};
   std::string_view line;
   for (;;) {
-    count += static_cast<long long>(in.skipLines(actors, false));
+    count += static_cast<long long>(in.skipLines(actors, false, true));
     if (!in.rawLine(line)) break;
     ++count;
     if (!hasPrefix(line, "actor")) continue;
@@ -81,7 +81,7 @@ void ListBodyParts(Program& program, const std::string& path) {
       entry = " ";
       std::string_view f;
       do {
-        count += static_cast<long long>(in.skipLines(figureRes, true));
+        count += static_cast<long long>(in.skipLines(figureRes, true, true));
         f = in.ReadField();
         ++count;
       } while (!contains(f, "figureResFile"));
@@ -115,7 +115,7 @@ class ChannelWalk {
     for (;;) {
       std::string_view line;
       for (;;) {
-        m_count += static_cast<long long>(m_in.skipLines(m_channelKeys, false));
+        m_count += static_cast<long long>(m_in.skipLines(m_channelKeys, false, true));
         line = m_in.ReadRawLine();
         ++m_count;
         if (hasPrefix(line, "actor")) {
@@ -136,7 +136,7 @@ class ChannelWalk {
       m_dial = core::Mid(nameLine, static_cast<long long>(core::InStr(nameLine, "name")) + 5);
       m_out.reorder.push_back(part + "*" + m_dial + "^" + core::StrInteger(partLine) + "@" + internal);
       for (;;) {
-        m_count += static_cast<long long>(m_in.skipLines(m_interpKeys, false));
+        m_count += static_cast<long long>(m_in.skipLines(m_interpKeys, false, true));
         ++m_count;
         if (contains(m_in.ReadRawLine(), "interpStyleLocked")) break;
       }
@@ -187,7 +187,7 @@ void ListAllChannels(Program& program, const std::string& path) {
   std::string_view line;
   while (!trapped) {
     if (header.empty()) {
-      count += static_cast<long long>(in.skipLines(heads, false));
+      count += static_cast<long long>(in.skipLines(heads, false, true));
       if (!in.rawLine(line)) break;
       ++count;
       if (hasPrefix(line, "actor")) {

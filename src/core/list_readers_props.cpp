@@ -56,7 +56,7 @@ void listProps(Program& program, core::FigureScanner& in) {
   bool pending = false;  // `field` is still to be examined
   for (;;) {
     if (!pending) {
-      in.skipLines(props, false);
+      in.skipLines(props, true, false);
       if (!in.field(view)) break;
       field.assign(view);
     }
@@ -96,7 +96,7 @@ void ListPropGeometry(Program& program, const std::string& path) {
   core::Needles keys{"figure", "geomCustom"};
   std::string_view field;
   for (;;) {
-    in.skipLines(keys, false);
+    in.skipLines(keys, true, false);
     field = in.ReadField();
     if (contains(field, "geomCustom")) showObjExtract(form);
     if (hasPrefix(field, "figure")) break;
@@ -111,7 +111,7 @@ void ListPropGeometryPropFile(Program& program, const std::string& path) {
   core::FigureScanner in(filePath(program, path));
   core::Needles keys{"prop"};
   for (;;) {
-    in.skipLines(keys, false);
+    in.skipLines(keys, true, false);
     if (hasPrefix(in.ReadField(), "prop")) break;
   }
   for (int i = 0; i < 2; ++i)
@@ -167,7 +167,7 @@ void ListFileMaterials(Program& program, const std::string& path) {
     core::Needles start = propFile ? core::Needles{"figureResFile", "figure", "material"}
                                    : core::Needles{"figureResFile", "figure"};
     for (;;) {
-      in.skipLines(start, false);
+      in.skipLines(start, true, false);
       field.assign(in.ReadField());
       if (contains(field, "figureResFile")) {
         state = propFile ? MatState::MaterialTest : MatState::Props;
@@ -188,7 +188,7 @@ void ListFileMaterials(Program& program, const std::string& path) {
   std::string_view view;
   while (state != MatState::Done) {
     if (state == MatState::Props) {
-      in.skipLines(propKeys, false);
+      in.skipLines(propKeys, true, false);
       if (!in.field(view)) {
         state = MatState::Done;
       } else if (hasPrefix(view, "prop")) {
@@ -197,7 +197,7 @@ void ListFileMaterials(Program& program, const std::string& path) {
         state = MatState::ReadOne;
       }
     } else if (state == MatState::ReadOne) {
-      in.skipLines(materialKeys, false);
+      in.skipLines(materialKeys, true, false);
       if (!in.field(view)) {
         state = MatState::Props;
       } else {

@@ -17,7 +17,7 @@ bool findPrimaryMaterial(core::FigureScanner& in, bool hair) {
   core::Needles keys = hair ? core::Needles{"material skin", "\tmaterial"} : core::Needles{"material skin"};
   std::string_view line;
   for (;;) {
-    in.skipLines(keys, false);
+    in.skipLines(keys, false, false);
     if (!in.rawLine(line)) return false;
     if (contains(line, "material skin")) return true;
     if (hair && core::hasPrefix(line, "\tmaterial")) return true;
@@ -47,7 +47,7 @@ void ListTextureMaps(Program& program, const std::string& path) {
   core::Needles keys{"Map"};  // every map keyword ends so
   std::string_view view;
   for (;;) {
-    in.skipLines(keys, false);
+    in.skipLines(keys, true, false);
     if (!in.field(view)) break;
     std::string field(view);
     if (contains(field, "transparencyMap")) maps.transparency = core::Mid(field, 17);
