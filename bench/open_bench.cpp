@@ -1,7 +1,7 @@
 // Times File, Open of a large figure through the event handlers (all five list readers)
 // against `grep -c targetGeom` over the same file in the same run, and prints both and
 // their ratio. Usage: open_bench [figure.cr2 [poser folder]]; without a path it writes
-// a large figure of about 100 MB into a temporary Poser folder first.
+// a large figure of about 100 MB (the generator's) into a temporary Poser folder first.
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -18,97 +18,30 @@
 #include "program/program.h"
 #include "ui/scripted_services.h"
 #include "ui/settings.h"
-#ifndef TOLVANE_NO_GENERATOR
 #include "generator/generator.h"
-#endif
 
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 
 namespace {
 
-#ifdef TOLVANE_NO_GENERATOR
-// A plain large figure: declarations, long morph blocks, props and materials.
-void writeCrudeFigure(const fs::path& cr2, std::uint64_t targetBytes) {
-  const int actors = 84, morphs = 3200, props = 6, materials = 12;
-  const int perActor = morphs / actors + 1;
-  const std::uint64_t perMorph = targetBytes / (actors * perActor);
-  std::ofstream out(cr2, std::ios::binary);
-  auto w = [&](const std::string& s) { out << s << "\r\n"; };
-  w("{");
-  w("version");
-  w("\t{");
-  w("\tnumber 4.01");
-  w("\t}");
-  w("figureResFile :Runtime:Geometries:Big:big.obj");
-  for (int a = 0; a < actors; ++a) {
-    std::string name = a == 0 ? "BODY:1" : "part" + std::to_string(a) + ":1";
-    w("actor " + name);
-    w("\t{");
-    w(a == 0 ? "\t" : "\tstorageOffset 0 0 0");
-    if (a) w("\tgeomHandlerGeom 13 part" + std::to_string(a));
-    w("\t}");
+// The folders of the figure's main geometry under the Poser folder, which Open changes
+// into while it lists the figure.
+void makeGeometryFolders(const fs::path& figure, const fs::path& poser) {
+  std::ifstream in(figure, std::ios::binary);
+  std::string line;
+  while (std::getline(in, line) && line.find("figureResFile") == std::string::npos) {
   }
-  for (int p = 0; p < props; ++p) {
-    w("prop thing" + std::to_string(p) + ":1");
-    w("\t{");
-    w("\tstorageOffset 0 0.3487 0");
-    w("\tobjFileGeom 0 0 :Runtime:Geometries:Big:thing" + std::to_string(p) + ".obj");
-    w("\t}");
+  std::size_t at = line.find("Geometries:");
+  if (at == std::string::npos) return;
+  fs::path folder = poser / "Runtime" / "Geometries";
+  std::string rest = line.substr(at + 11);
+  for (std::size_t colon = rest.find(':'); colon != std::string::npos; colon = rest.find(':')) {
+    folder /= rest.substr(0, colon);
+    rest.erase(0, colon + 1);
   }
-  for (int a = 0; a < actors; ++a) {
-    std::string name = a == 0 ? "BODY:1" : "part" + std::to_string(a) + ":1";
-    w("actor " + name);
-    w("\t{");
-    w("");
-    w("\tname " + name);
-    w("\tchannels");
-    w("\t\t{");
-    for (int m = 0; m < perActor && a > 0; ++m) {
-      std::string morph = "morph" + std::to_string(a) + "_" + std::to_string(m);
-      w("\t\ttargetGeom " + morph);
-      w("\t\t\t{");
-      w("\t\t\tname " + morph);
-      w("\t\t\tinitValue 0");
-      w("\t\t\tkeys");
-      w("\t\t\t\t{");
-      w("\t\t\t\tk 0 0");
-      w("\t\t\t\t}");
-      w("\t\t\tinterpStyleLocked 0");
-      w("\t\t\tdeltas");
-      w("\t\t\t\t{");
-      for (std::uint64_t bytes = 0, d = 0; bytes < perMorph; ++d) {
-        std::string line = "\t\t\t\td " + std::to_string(d) + " 0.00123 -0.00456 0.00789";
-        bytes += line.size() + 2;
-        w(line);
-      }
-      w("\t\t\t\t}");
-      w("\t\t\t}");
-    }
-    w("\t\t}");
-    w("\t}");
-  }
-  w("figureResFile :Runtime:Geometries:Big:big.obj");
-  w("figure");
-  w("\t{");
-  w("\tname Figure 1");
-  for (int m = 0; m < materials; ++m) {
-    w("\tmaterial " + std::string(m == 0 ? "skin" : "mat" + std::to_string(m)));
-    w("\t\t{");
-    w("\t\tKdColor 1 0.8 0.6 1");
-    w("\t\tKaColor 0 0 0 1");
-    w("\t\tKsColor 0.1 0.1 0.1 1");
-    w("\t\ttextureMap :Runtime:textures:Big:t" + std::to_string(m % 3) + ".jpg");
-    w("\t\tbumpMap NO_MAP");
-    w("\t\treflectionMap NO_MAP");
-    w("\t\ttransparencyMap NO_MAP");
-    w("\t\t}");
-  }
-  w("\tpresetMaterial skin");
-  w("\t}");
-  w("}");
+  fs::create_directories(folder);
 }
-#endif
 
 double secondsOf(const std::function<void()>& run) {
   auto start = Clock::now();
@@ -153,12 +86,8 @@ int main(int argc, char** argv) {
   fs::create_directories(temp / "work");
   if (argc < 2) {
     fs::create_directories(figure.parent_path());
-    fs::create_directories(poser / "Runtime/Geometries/Big");
-#ifdef TOLVANE_NO_GENERATOR
-    writeCrudeFigure(figure, 100ull << 20);
-#else
     tolvane::gen::writeLargeFigure(figure, {});
-#endif
+    makeGeometryFolders(figure, poser);
   }
   std::string count;
   grepSeconds(figure, count);  // the file into the page cache

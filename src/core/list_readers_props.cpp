@@ -94,10 +94,13 @@ void ListPropGeometry(Program& program, const std::string& path) {
   ui::Opening& form = program.opening;
   core::FigureScanner in(filePath(program, path));
   core::Needles keys{"figure", "geomCustom"};
-  std::string_view field;
+  // A pose may have no figure section at all: its last field then stands for the line.
+  std::string field;
+  std::string_view view;
   for (;;) {
-    in.skipLines(keys, true, false);
-    field = in.ReadField();
+    if (in.skipLines(keys, true, false) > 0) field.clear();
+    if (!in.field(view)) break;
+    field.assign(view);
     if (contains(field, "geomCustom")) showObjExtract(form);
     if (hasPrefix(field, "figure")) break;
   }
