@@ -116,15 +116,16 @@ TEST(WorkspaceOpen, RefusedRepairStopsAFigureButNotAScene) {
   EXPECT_EQ(w.form().OpenRefused, 0);
   EXPECT_EQ(readFile(cr2), before);
 
-  // The scene goes on unrepaired: read as one long line it has no "figure" field.
+  // The scene goes on unrepaired: read as one long line it has no part to list.
   auto pz3 = lfOnly("lf.pz3");
   w.t.services.dialog(pz3.string());
   w.t.services.expect(sorry.first, sorry.second, ui::Answer::Cancel);
-  auto err = runTimeError(62);
-  w.t.services.expect(err.first, err.second);
+  w.t.services.expect(test::kNoBodyParts.first, test::kNoBodyParts.second);
+  w.t.services.expect(test::kNoSkin.first, test::kNoSkin.second);
   fireEvent(*w.t, "Opening", "MenuFileOpen", EventKind::Click);
   EXPECT_EQ(w.t.services.pending(), 0u);
   EXPECT_EQ(w.form().LabelFileNameForEditor.caption(), pz3.string());
+  EXPECT_EQ(readFile(pz3), before);
 }
 
 TEST(WorkspaceOpen, BadInputGivesAClearErrorAndChangesNoFile) {
