@@ -14,11 +14,11 @@
 #include <iostream>
 #include <string>
 
+#include "generator/generator.h"
 #include "program/events.h"
 #include "program/program.h"
 #include "ui/scripted_services.h"
 #include "ui/settings.h"
-#include "generator/generator.h"
 
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
@@ -70,7 +70,8 @@ double openSeconds(const fs::path& figure, const fs::path& poser, const fs::path
   tolvane::Program program(services, settings, options);
   services.dialog(figure.string());
   for (int i = 0; i < 8; ++i) services.answer(tolvane::ui::Answer::OK);
-  double s = secondsOf([&] { tolvane::fireEvent(program, "Opening", "MenuFileOpen", tolvane::EventKind::Click); });
+  double s =
+      secondsOf([&] { tolvane::fireEvent(program, "Opening", "MenuFileOpen", tolvane::EventKind::Click); });
   for (const auto& m : services.messages())
     if (m.title != "ALERT!") std::cerr << "message: " << m.title << ": " << m.text << '\n';
   actors = program.opening.ListActors.listCount();

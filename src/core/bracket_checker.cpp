@@ -84,13 +84,16 @@ void CheckBrackets(Program& program) {
   // A fault from here on, reading past the end above all, ends the check quietly.
   try {
     core::FigureScanner in(filePath(program, f.OpenFilePath));
+    yieldWhileReading(program, in);
     core::Needles figureRes{"figureResFile"};
     do in.skipLines(figureRes, true, false);
     while (!contains(in.ReadField(), "figureResFile"));
     Counts c;
     if (walkParts(program, in, c)) {
       in.close();
-      ui::Picture& result = c.left == c.right ? f.PictureBrktsOK : c.left < c.right ? f.PictureBrktLeft : f.PictureBrktRight;
+      ui::Picture& result = c.left == c.right  ? f.PictureBrktsOK
+                            : c.left < c.right ? f.PictureBrktLeft
+                                               : f.PictureBrktRight;
       result.setVisible(true);
       f.MenuFile.setEnabled(false);
       f.MenuCR2Tools.setEnabled(false);

@@ -60,7 +60,8 @@ const char* findWord(const char* from, const char* to, const std::string& word, 
     const void* q = std::memchr(p + probe, word[probe], static_cast<std::size_t>(to - p) - probe);
     if (q == nullptr) return nullptr;
     const char* start = static_cast<const char*>(q) - probe;
-    if (to - start >= static_cast<std::ptrdiff_t>(word.size()) && std::memcmp(start, word.data(), word.size()) == 0)
+    if (to - start >= static_cast<std::ptrdiff_t>(word.size()) &&
+        std::memcmp(start, word.data(), word.size()) == 0)
       return start;
     p = start + 1;
   }
@@ -120,7 +121,8 @@ bool FigureScanner::refill() {
   // least twice that text, so one line longer than a window still fits.
   static const std::uint64_t page = static_cast<std::uint64_t>(::sysconf(_SC_PAGESIZE));
   std::uint64_t start = keep / page * page;
-  std::uint64_t size = std::min<std::uint64_t>(std::max<std::uint64_t>(m_window, (have - start) * 2), m_length - start);
+  std::uint64_t size =
+      std::min<std::uint64_t>(std::max<std::uint64_t>(m_window, (have - start) * 2), m_length - start);
   unmap();
   void* map = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_POPULATE, m_fd, static_cast<off_t>(start));
   if (map == MAP_FAILED) raiseError(kDeviceIOError, m_path.string());
@@ -299,6 +301,22 @@ std::uint64_t FigureScanner::skipRegion(std::size_t end, bool fields, bool count
   return n;
 }
 
+const void* FigureScanner::lastLineEnd(std::size_t to) const {
+  return to > m_pos ? ::memrchr(m_data + m_pos, '\r', to - m_pos) : nullptr;
+}
+
+std::size_t FigureScanner::afterLineEnd(const void* cr) const {
+  std::size_t at = static_cast<std::size_t>(static_cast<const char*>(cr) - m_data) + 1;
+  return at < m_end && m_data[at] == '\n' ? at + 1 : at;
+}
+
+std::uint64_t FigureScanner::tailReads(std::size_t stop, bool fields) const {
+  const void* cr = lastLineEnd(stop);
+  std::size_t tail = cr ? afterLineEnd(cr) : m_pos;
+  if (tail >= stop) return 0;
+  return fields && m_data[stop - 1] == ',' ? 0 : 1;
+}
+
 std::uint64_t FigureScanner::skipLines(Needles& needles, bool fields, bool count) {
   if (!m_atLineStart) return 0;
   std::uint64_t total = 0;
@@ -309,50 +327,28 @@ std::uint64_t FigureScanner::skipLines(Needles& needles, bool fields, bool count
       if (!refill()) return total;
     }
     std::uint64_t hit = findNeedle(needles);
-    std::size_t stop;
     bool found = hit != kNone;
-    if (found) {
-      std::size_t h = static_cast<std::size_t>(hit - m_base);
-      const void* r = ::memrchr(m_data + m_pos, '\r', h - m_pos);
-      if (r == nullptr) return total;  // the keyword stands in the line at hand
-      stop = static_cast<std::size_t>(static_cast<const char*>(r) - m_data) + 1;
-      if (stop < h && m_data[stop] == '\n') ++stop;
-    } else {
-      const void* r = m_end - m_pos > 1 ? ::memrchr(m_data + m_pos, '\r', m_end - 1 - m_pos) : nullptr;
-      if (r == nullptr) {
-        m_keep = m_pos;
-        if (refill()) continue;
-        stop = m_end;  // the last lines of the file
-      } else {
-        stop = static_cast<std::size_t>(static_cast<const char*>(r) - m_data) + 1;
-        if (m_data[stop] == '\n') ++stop;
-      }
+    // Up to the line that holds the keyword, or over the window's whole lines; the
+    // last line end of a window is left for the next, which holds its line feed.
+    const void* cr = lastLineEnd(found ? static_cast<std::size_t>(hit - m_base) : m_end - 1);
+    if (found && cr == nullptr) return total;  // the keyword stands in the line at hand
+    if (!found && cr == nullptr) {
+      m_keep = m_pos;
+      if (refill()) continue;
     }
+    std::size_t stop = cr ? afterLineEnd(cr) : m_end;  // no line end left: the file's last line
     if (fields) {
       // A field that opens with a double quote may run over line ends: such lines are
       // left to the field reader.
-      const void* q = std::memchr(m_data + m_pos, '"', stop - m_pos);
-      if (q != nullptr) {
-        std::size_t qa = static_cast<std::size_t>(static_cast<const char*>(q) - m_data);
-        const void* r = ::memrchr(m_data + m_pos, '\r', qa - m_pos);
-        if (r == nullptr) return total;
-        stop = static_cast<std::size_t>(static_cast<const char*>(r) - m_data) + 1;
-        if (stop < qa && m_data[stop] == '\n') ++stop;
+      if (const void* q = std::memchr(m_data + m_pos, '"', stop - m_pos)) {
+        cr = lastLineEnd(static_cast<std::size_t>(static_cast<const char*>(q) - m_data));
+        if (cr == nullptr) return total;
+        stop = afterLineEnd(cr);
         found = true;
       }
     }
     bool last = stop == m_end && m_eof;
-    if (last) {
-      // The tail after the last line end is one more line; a comma as the very last
-      // byte of the file opens no further field.
-      const void* r = stop > m_pos ? ::memrchr(m_data + m_pos, '\r', stop - m_pos) : nullptr;
-      std::size_t tail = r ? static_cast<std::size_t>(static_cast<const char*>(r) - m_data) + 1 : m_pos;
-      if (tail < stop && m_data[tail] == '\n' && r != nullptr) ++tail;
-      if (tail < stop && count) {
-        ++total;
-        if (fields && m_data[stop - 1] == ',') --total;
-      }
-    }
+    if (last && count) total += tailReads(stop, fields);
     total += skipRegion(stop, fields, count);
     if (found || last) return total;
   }

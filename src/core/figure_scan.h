@@ -23,7 +23,7 @@ class Needles {
  private:
   friend class FigureScanner;
   std::vector<std::string> m_words;
-  std::vector<std::size_t> m_probe;  // the word's least common character, searched first
+  std::vector<std::size_t> m_probe;   // the word's least common character, searched first
   std::vector<std::uint64_t> m_next;  // absolute offset of the next hit, or kNone
   std::vector<std::uint64_t> m_from;  // where the search that found it started
   std::uint64_t m_generation = ~0ull;
@@ -64,6 +64,11 @@ class FigureScanner {
   void settleLineFeed();
   std::uint64_t findNeedle(Needles& needles);
   std::uint64_t skipRegion(std::size_t end, bool fields, bool count);
+  const void* lastLineEnd(std::size_t to) const;   // the last CR in [m_pos, to)
+  std::size_t afterLineEnd(const void* cr) const;  // where the line after that CR starts
+  // The reads of the file's last line when it has no line end: one, or none for a
+  // lone comma as the very last byte.
+  std::uint64_t tailReads(std::size_t stop, bool fields) const;
 
   std::filesystem::path m_path;
   int m_fd = -1;

@@ -9,6 +9,9 @@
 
 namespace tolvane {
 class Program;
+namespace core {
+class FigureScanner;
+}
 
 void ListPropGeometry(Program& program, const std::string& path);
 void ListPropGeometryPropFile(Program& program, const std::string& path);
@@ -24,6 +27,9 @@ std::string displayPath(const std::string& path);
 // The file a path text names: backslashes read as separators, a relative name taken
 // from the program's current directory.
 std::filesystem::path filePath(const Program& program, const std::string& text);
+
+// Lets the event loop run about every 100 ms of reading.
+void yieldWhileReading(Program& program, core::FigureScanner& in);
 
 // The file ListAllChannels reads: the destination, or the source when the two file
 // labels differ.

@@ -31,10 +31,11 @@ std::string allChannelsPath(const Program& program) {
   return form.LabelFileNameForEditor.caption();
 }
 
-namespace {
-void yieldTo(Program& program, core::FigureScanner& in) {
+void yieldWhileReading(Program& program, core::FigureScanner& in) {
   in.setYield([&program] { program.services.yield(); });
 }
+
+namespace {
 
 // Up to the first line that holds figureResFile or opens the BODY actor; the test for
 // figureResFile stands before each read, beside the end of the file (a hair file has
@@ -55,11 +56,12 @@ long long readToFirstFigure(core::FigureScanner& in) {
 
 void ListBodyParts(Program& program, const std::string& path) {
   ui::Opening& form = program.opening;
-  bool source = core::Right(form.LabelFileName.caption(), 20) != core::Right(form.LabelChannelFileName.caption(), 20);
+  bool source =
+      core::Right(form.LabelFileName.caption(), 20) != core::Right(form.LabelChannelFileName.caption(), 20);
   ui::ListBox& target = source ? form.ListChannels : form.ListActors;
   std::vector<std::string> entries;
   core::FigureScanner in(filePath(program, path));
-  yieldTo(program, in);
+  yieldWhileReading(program, in);
   std::string kind = core::FileKind(path);
   long long count = 0;
   if (kind != "fc2" && kind != "pz2" && kind != "pp2") count = readToFirstFigure(in);
@@ -94,7 +96,8 @@ void ListBodyParts(Program& program, const std::string& path) {
   in.close();
   for (auto& e : entries) target.addItem(e);
   if (target.listCount() == 0)
-    ui::msgBox(program.services, "No body parts in this file!", "Note!", ui::Buttons::OK, ui::Icon::Exclamation);
+    ui::msgBox(program.services, "No body parts in this file!", "Note!", ui::Buttons::OK,
+               ui::Icon::Exclamation);
 }
 
 namespace {
@@ -108,7 +111,8 @@ struct ChannelLists {
 // the part (an actor header) or nothing when the part's listing stops.
 class ChannelWalk {
  public:
-  ChannelWalk(core::FigureScanner& in, ChannelLists& out, long long& count) : m_in(in), m_out(out), m_count(count) {}
+  ChannelWalk(core::FigureScanner& in, ChannelLists& out, long long& count)
+      : m_in(in), m_out(out), m_count(count) {}
 
   // Returns true when it stopped at an actor header, which is then in `header`.
   bool walkPart(const std::string& part, long long partLine, std::string& header) {
@@ -175,7 +179,7 @@ void ListAllChannels(Program& program, const std::string& path) {
   form.ListChannels.setForeColor(0x400000);
   ChannelLists lists;
   core::FigureScanner in(filePath(program, path));
-  yieldTo(program, in);
+  yieldWhileReading(program, in);
   bool hair = core::FileKind(path) == "hr2";
   core::Needles heads = hair ? core::Needles{"actor", "prop"} : core::Needles{"actor"};
   long long count = 0;

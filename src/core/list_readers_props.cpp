@@ -18,7 +18,6 @@ using core::hasPrefix;
 
 namespace {
 
-
 void showObjExtract(ui::Opening& form) {
   form.PictureOBJExtract.setVisible(true);
   form.PictureOBJView.setTop(412);
@@ -73,8 +72,10 @@ void listProps(Program& program, core::FigureScanner& in) {
     field.assign(in.ReadField());
     if (contains(field, "geomCustom")) showObjExtract(form);
     std::size_t at = core::InStr(field, "Geometries:");
-    std::string value = at > 0 ? core::Mid(field, static_cast<long long>(at) + 11) : name + " Custom Geometry in CR2";
-    if (std::find(values.begin(), values.end(), value) != values.end() || form.ListPropObj.indexOf(value) >= 0) {
+    std::string value =
+        at > 0 ? core::Mid(field, static_cast<long long>(at) + 11) : name + " Custom Geometry in CR2";
+    if (std::find(values.begin(), values.end(), value) != values.end() ||
+        form.ListPropObj.indexOf(value) >= 0) {
       field.assign(in.ReadField());
       pending = true;
       continue;
@@ -93,6 +94,7 @@ void listProps(Program& program, core::FigureScanner& in) {
 void ListPropGeometry(Program& program, const std::string& path) {
   ui::Opening& form = program.opening;
   core::FigureScanner in(filePath(program, path));
+  yieldWhileReading(program, in);
   core::Needles keys{"figure", "geomCustom"};
   // A pose may have no figure section at all: its last field then stands for the line.
   std::string field;
@@ -112,6 +114,7 @@ void ListPropGeometry(Program& program, const std::string& path) {
 void ListPropGeometryPropFile(Program& program, const std::string& path) {
   ui::Opening& form = program.opening;
   core::FigureScanner in(filePath(program, path));
+  yieldWhileReading(program, in);
   core::Needles keys{"prop"};
   for (;;) {
     in.skipLines(keys, true, false);
@@ -128,10 +131,12 @@ unsigned swatchColour(const std::string& entry) {
   // First number up to the first blank, the next ones from two characters behind a blank.
   std::size_t b1 = entry.find(' ');
   std::string red = entry.substr(0, b1);
-  std::string rest = b1 == std::string::npos ? std::string() : core::Mid(entry, static_cast<long long>(b1) + 3);
+  std::string rest =
+      b1 == std::string::npos ? std::string() : core::Mid(entry, static_cast<long long>(b1) + 3);
   std::size_t b2 = rest.find(' ');
   std::string green = rest.substr(0, b2);
-  std::string blue = b2 == std::string::npos ? std::string() : core::Mid(rest, static_cast<long long>(b2) + 3);
+  std::string blue =
+      b2 == std::string::npos ? std::string() : core::Mid(rest, static_cast<long long>(b2) + 3);
   auto channel = [](const std::string& text) {
     double v = std::nearbyint(core::Val(text));
     return static_cast<unsigned>(std::clamp(v, 0.0, 255.0));
@@ -156,80 +161,96 @@ std::string colourEntry(std::string_view line) {
 
 enum class MatState { Props, ReadOne, MaterialTest, Done };
 
+// The material listing as its states: props (collecting prop names), read one (the
+// next field), material test (list the field's material).
+class MaterialReader {
+ public:
+  MaterialReader(Program& program, const std::string& path)
+      : m_kind(core::FileKind(path)),
+        m_propFile(m_kind == "hr2" || m_kind == "pp2"),
+        m_in(filePath(program, path)) {
+    yieldWhileReading(program, m_in);
+  }
+
+  void run() {
+    MatState state = m_kind == "pz2" || m_kind == "fc2" ? MatState::MaterialTest : findStart();
+    while (state != MatState::Done) {
+      if (state == MatState::Props)
+        state = props();
+      else if (state == MatState::ReadOne)
+        state = readOne();
+      else
+        state = materialTest();
+    }
+    m_in.close();
+  }
+
+  std::vector<std::string> names, colours, hiLites;
+
+ private:
+  MatState findStart() {
+    core::Needles start = m_propFile ? core::Needles{"figureResFile", "figure", "material"}
+                                     : core::Needles{"figureResFile", "figure"};
+    for (;;) {
+      m_in.skipLines(start, true, false);
+      m_field.assign(m_in.ReadField());
+      if (contains(m_field, "figureResFile")) return m_propFile ? MatState::MaterialTest : MatState::Props;
+      if (m_field == "figure") return MatState::ReadOne;
+      if (m_propFile && hasPrefix(m_field, "material")) return MatState::MaterialTest;
+    }
+  }
+
+  MatState props() {
+    std::string_view view;
+    m_in.skipLines(m_propKeys, true, false);
+    if (!m_in.field(view)) return MatState::Done;
+    if (hasPrefix(view, "prop")) m_propNames.push_back(core::Mid(view, 6));
+    return view == "figure" ? MatState::ReadOne : MatState::Props;
+  }
+
+  MatState readOne() {
+    std::string_view view;
+    m_in.skipLines(m_materialKeys, true, false);
+    if (!m_in.field(view)) return MatState::Props;
+    m_field.assign(view);
+    return MatState::MaterialTest;
+  }
+
+  MatState materialTest() {
+    if (!hasPrefix(m_field, "material")) return MatState::ReadOne;
+    std::string name = core::Mid(m_field, 10);
+    if (name == "Preview") return MatState::ReadOne;
+    if (std::find(m_propNames.begin(), m_propNames.end(), name) != m_propNames.end()) return MatState::Props;
+    names.push_back(name);
+    m_in.ReadField();
+    std::string kd(m_in.ReadField());
+    m_in.ReadField();
+    std::string ks(m_in.ReadField());
+    colours.push_back(colourEntry(kd));
+    hiLites.push_back(colourEntry(ks));
+    return MatState::ReadOne;
+  }
+
+  std::string m_kind;
+  bool m_propFile;
+  core::FigureScanner m_in;
+  std::string m_field;
+  std::vector<std::string> m_propNames;
+  core::Needles m_propKeys{"prop", "figure"};
+  core::Needles m_materialKeys{"material"};
+};
+
 }  // namespace
 
 void ListFileMaterials(Program& program, const std::string& path) {
   ui::Opening& form = program.opening;
-  std::string kind = core::FileKind(path);
-  bool propFile = kind == "hr2" || kind == "pp2";
-  core::FigureScanner in(filePath(program, path));
-  std::vector<std::string> propNames, names, colours, hiLites;
-  std::string field;
-  MatState state = MatState::MaterialTest;
-  if (kind != "pz2" && kind != "fc2") {
-    core::Needles start = propFile ? core::Needles{"figureResFile", "figure", "material"}
-                                   : core::Needles{"figureResFile", "figure"};
-    for (;;) {
-      in.skipLines(start, true, false);
-      field.assign(in.ReadField());
-      if (contains(field, "figureResFile")) {
-        state = propFile ? MatState::MaterialTest : MatState::Props;
-        break;
-      }
-      if (field == "figure") {
-        state = MatState::ReadOne;
-        break;
-      }
-      if (propFile && hasPrefix(field, "material")) {
-        state = MatState::MaterialTest;
-        break;
-      }
-    }
-  }
-  core::Needles propKeys{"prop", "figure"};
-  core::Needles materialKeys{"material"};
-  std::string_view view;
-  while (state != MatState::Done) {
-    if (state == MatState::Props) {
-      in.skipLines(propKeys, true, false);
-      if (!in.field(view)) {
-        state = MatState::Done;
-      } else if (hasPrefix(view, "prop")) {
-        propNames.push_back(core::Mid(view, 6));
-      } else if (view == "figure") {
-        state = MatState::ReadOne;
-      }
-    } else if (state == MatState::ReadOne) {
-      in.skipLines(materialKeys, true, false);
-      if (!in.field(view)) {
-        state = MatState::Props;
-      } else {
-        field.assign(view);
-        state = MatState::MaterialTest;
-      }
-    } else {
-      state = MatState::ReadOne;
-      if (!hasPrefix(field, "material")) continue;
-      std::string name = core::Mid(field, 10);
-      if (name == "Preview") continue;
-      if (std::find(propNames.begin(), propNames.end(), name) != propNames.end()) {
-        state = MatState::Props;
-        continue;
-      }
-      names.push_back(name);
-      in.ReadField();
-      std::string kd(in.ReadField());
-      in.ReadField();
-      std::string ks(in.ReadField());
-      colours.push_back(colourEntry(kd));
-      hiLites.push_back(colourEntry(ks));
-    }
-  }
-  in.close();
-  for (auto& n : names) form.ListMaterials.addItem(n);
-  for (auto& c : colours) form.ListMATColors.addItem(c);
-  for (auto& h : hiLites) form.ListMatHiLite.addItem(h);
-  if (form.ListMATColors.listCount() > 0) form.PictureMatColor.setBackColor(swatchColour(form.ListMATColors.list(0)));
+  MaterialReader reader(program, path);
+  reader.run();
+  for (auto& n : reader.names) form.ListMaterials.addItem(n);
+  for (auto& c : reader.colours) form.ListMATColors.addItem(c);
+  for (auto& h : reader.hiLites) form.ListMatHiLite.addItem(h);
+  if (form.ListMATColors.listCount() > 0)
+    form.PictureMatColor.setBackColor(swatchColour(form.ListMATColors.list(0)));
   if (form.ListMatHiLite.listCount() > 0)
     form.PictureMatHiLite.setBackColor(swatchColour(form.ListMatHiLite.list(0)));
 }
@@ -238,8 +259,10 @@ void ListMaterialsClick(Program& program) {
   ui::Opening& form = program.opening;
   int i = form.ListMaterials.listIndex();
   if (i < 0) return;
-  if (i < form.ListMATColors.listCount()) form.PictureMatColor.setBackColor(swatchColour(form.ListMATColors.list(i)));
-  if (i < form.ListMatHiLite.listCount()) form.PictureMatHiLite.setBackColor(swatchColour(form.ListMatHiLite.list(i)));
+  if (i < form.ListMATColors.listCount())
+    form.PictureMatColor.setBackColor(swatchColour(form.ListMATColors.list(i)));
+  if (i < form.ListMatHiLite.listCount())
+    form.PictureMatHiLite.setBackColor(swatchColour(form.ListMatHiLite.list(i)));
 }
 
 }  // namespace tolvane

@@ -33,11 +33,12 @@ struct MapValues {
 void ListTextureMaps(Program& program, const std::string& path) {
   ui::Opening& form = program.opening;
   core::FigureScanner in(filePath(program, path));
+  yieldWhileReading(program, in);
   if (!findPrimaryMaterial(in, core::FileKind(path) == "hr2")) {
     in.close();
     ui::msgBox(program.services,
-               "Either there is no texture map listed, or the primary material is not called \"skin\".", "Note!",
-               ui::Buttons::OK, ui::Icon::Exclamation);
+               "Either there is no texture map listed, or the primary material is not called \"skin\".",
+               "Note!", ui::Buttons::OK, ui::Icon::Exclamation);
     form.TextMainTex.setText("NO_MAP");
     return;
   }

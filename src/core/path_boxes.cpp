@@ -29,7 +29,8 @@ PathBox boxOf(ui::Opening& f, const std::string& name) {
   if (name == "TextMainOBJ" || name == "LabelMainOBJPath") return {&f.LabelMainOBJPath, &f.TextMainOBJ};
   if (name == "TextMainTex" || name == "LabelMainTex") return {&f.LabelMainTex, &f.TextMainTex};
   if (name == "TextMainBump" || name == "LabelMainBump") return {&f.LabelMainBump, &f.TextMainBump};
-  if (name == "TextMainReflect" || name == "LabelMainReflect") return {&f.LabelMainReflect, &f.TextMainReflect};
+  if (name == "TextMainReflect" || name == "LabelMainReflect")
+    return {&f.LabelMainReflect, &f.TextMainReflect};
   if (name == "TextMainTrans" || name == "LabelMainTrans") return {&f.LabelMainTrans, &f.TextMainTrans};
   return {nullptr, nullptr};
 }
@@ -41,7 +42,8 @@ bool isRed(const ui::Label& l) { return l.foreColor() == ui::kRed; }
 // this platform, which has no drive, keeps its first character and turns every
 // separator into a colon.
 std::string textureBoxForm(const std::string& chosen) {
-  if (chosen.size() >= 2 && chosen[1] == ':') return chosen.substr(0, 1) + core::Replace(core::Mid(chosen, 3), "\\", ":");
+  if (chosen.size() >= 2 && chosen[1] == ':')
+    return chosen.substr(0, 1) + core::Replace(core::Mid(chosen, 3), "\\", ":");
   return core::Replace(core::Replace(chosen, "\\", ":"), "/", ":");
 }
 
@@ -109,7 +111,8 @@ struct Working {
 Working workingValues(ui::Opening& f) {
   Working w;
   if (isRed(f.LabelMainOBJPath)) w.obj = f.TextMainOBJ.text();
-  if (isRed(f.LabelMainTex)) w.tex = f.TextMainTex.text() == kDefaultP4Map ? kDefaultP4Resource : f.TextMainTex.text();
+  if (isRed(f.LabelMainTex))
+    w.tex = f.TextMainTex.text() == kDefaultP4Map ? kDefaultP4Resource : f.TextMainTex.text();
   if (isRed(f.LabelMainBump)) w.bump = f.TextMainBump.text();
   if (isRed(f.LabelMainReflect)) w.reflect = f.TextMainReflect.text();
   if (isRed(f.LabelMainTrans)) w.trans = f.TextMainTrans.text();
@@ -123,10 +126,12 @@ void replaceMap(std::string& line, std::size_t keep, const std::string& value, u
 }
 
 // Copies the file into the scratch file with the boxes' values in place.
-void writeScratch(Program& program, PathWriteVariant variant, Working w, const std::filesystem::path& scratch) {
+void writeScratch(Program& program, PathWriteVariant variant, Working w,
+                  const std::filesystem::path& scratch) {
   ui::Opening& f = program.opening;
   core::StreamRewrite out(scratch, true);
   core::FigureScanner in(filePath(program, f.OpenFilePath));
+  yieldWhileReading(program, in);
   const char* keyword = variant == PathWriteVariant::Open ? "figResFile" : "figureResFile";
   std::string objValue = variant == PathWriteVariant::Exit ? f.NewObjLine : w.obj;
   int replaced = 0;

@@ -28,18 +28,20 @@ void show(std::initializer_list<ui::Control*> controls, bool visible) {
 void askReadOnly(Program& program, const std::string& path) {
   std::filesystem::path file = filePath(program, path);
   if (!core::isReadOnly(file)) return;
-  if (ui::msgBox(program.services,
-                 "This is a read-only file, probably from a CD.  It cannot be edited.  Would you like to change "
-                 "this attribute so it can be edited by Tolvane?",
-                 "Alert!", ui::Buttons::YesNo, ui::Icon::Question) == ui::Answer::Yes)
+  if (ui::msgBox(
+          program.services,
+          "This is a read-only file, probably from a CD.  It cannot be edited.  Would you like to change "
+          "this attribute so it can be edited by Tolvane?",
+          "Alert!", ui::Buttons::YesNo, ui::Icon::Question) == ui::Answer::Yes)
     core::clearReadOnly(file);
 }
 
-// Step 5 of Open: the OBJ page's extras go, the OBJ view button takes its upper place.
+// Before any load: the OBJ page's extras go, the OBJ view button takes its upper place.
 void resetPages(ui::Opening& form) {
   form.ListAllTexMaps.clear();
   form.ListChannelsReorder.clear();
-  show({&form.PictureOBJExtract, &form.TextOBJScale, &form.FrameMash, &form.CheckOBJBatch, &form.SliderOBJScale},
+  show({&form.PictureOBJExtract, &form.TextOBJScale, &form.FrameMash, &form.CheckOBJBatch,
+        &form.SliderOBJScale},
        false);
   form.PictureOBJView.setTop(384);
 }
@@ -63,13 +65,15 @@ void leadingBlankScan(Program& program, const std::string& path, int lines) {
 
 void showObjPage(Program& program, const std::string& path) {
   ui::Opening& f = program.opening;
-  show({&f.PictureEditor, &f.LabelFileSize, &f.PictureMapViewer, &f.PictureRenameMorph, &f.PictureMatColor,
-        &f.PictureMatHiLite, &f.ListPropObj, &f.LabelOpenSource, &f.LabelOpenSourceTitle, &f.PictureCopyToDest,
-        &f.PictureViewChannels, &f.PictureJoints, &f.PictureTrash, &f.LabelMainOBJPath, &f.TextMainOBJ,
-        &f.LabelMainTex, &f.TextMainTex, &f.LabelMainBump, &f.TextMainBump, &f.LabelMainReflect,
-        &f.TextMainReflect, &f.LabelMainTrans, &f.TextMainTrans, &f.LabelFileName, &f.LabelMaterials,
-        &f.ListMaterials, &f.LabelChannelFileName, &f.ListActors, &f.LabelBodyParts, &f.ListChannels,
-        &f.ImageSplash, &f.PictureEMC, &f.PictureChangeRatio},
+  show({&f.PictureEditor,        &f.LabelFileSize,     &f.PictureMapViewer,     &f.PictureRenameMorph,
+        &f.PictureMatColor,      &f.PictureMatHiLite,  &f.ListPropObj,          &f.LabelOpenSource,
+        &f.LabelOpenSourceTitle, &f.PictureCopyToDest, &f.PictureViewChannels,  &f.PictureJoints,
+        &f.PictureTrash,         &f.LabelMainOBJPath,  &f.TextMainOBJ,          &f.LabelMainTex,
+        &f.TextMainTex,          &f.LabelMainBump,     &f.TextMainBump,         &f.LabelMainReflect,
+        &f.TextMainReflect,      &f.LabelMainTrans,    &f.TextMainTrans,        &f.LabelFileName,
+        &f.LabelMaterials,       &f.ListMaterials,     &f.LabelChannelFileName, &f.ListActors,
+        &f.LabelBodyParts,       &f.ListChannels,      &f.ImageSplash,          &f.PictureEMC,
+        &f.PictureChangeRatio},
        false);
   f.LabelOBJFileName.setCaption(path);
   show({&f.LabelOBJFileName, &f.PictureScaleObj, &f.PictureMash, &f.PictureOBJView}, true);
@@ -82,36 +86,36 @@ void showManualEditor(Program& program, std::string path) {
   if (program.onShowEditor) program.onShowEditor();
 }
 
-// Steps 8 to 13 of Open: the figure page, filled by the five readers.
-void loadFigure(Program& program, const std::string& path, int scanLines) {
+// The figure page's frames and the file's size.
+void showFigurePage(Program& program, const std::string& path) {
   ui::Opening& f = program.opening;
-  std::string kind = core::FileKind(path);
-  program.setBusy(true);
-  f.LabelFileNameForEditor.setCaption(path);
-  leadingBlankScan(program, path, scanLines);
-
   f.LabelOBJFileName.setVisible(false);
   f.LabelOBJFileName.setCaption("");
   show({&f.PictureScaleObj, &f.PictureMash}, false);
   show({&f.FrameFigurePage, &f.FramePaths, &f.LabelFileSize, &f.PictureMapViewer}, true);
-  f.LabelFileSize.setCaption(core::StrInteger(static_cast<long long>(core::fileLength(filePath(program, path)))) +
-                             " bytes");
+  f.LabelFileSize.setCaption(
+      core::StrInteger(static_cast<long long>(core::fileLength(filePath(program, path)))) + " bytes");
   f.ListPropObj.clear();
   f.ListPropObj.setForeColor(kListBlue);
+}
 
+// The geometry, the path boxes, the file label and the materials.
+void listGeometryAndMaterials(Program& program, const std::string& path, const std::string& kind) {
+  ui::Opening& f = program.opening;
   if (kind == "hr2" || kind == "pp2")
     ListPropGeometryPropFile(program, path);
   else
     ListPropGeometry(program, path);
   f.PictureCopyToDest.setVisible(false);
-  show({&f.LabelMainOBJPath, &f.TextMainOBJ, &f.LabelPropOBJs, &f.ListPropObj, &f.LabelMainTex, &f.TextMainTex,
-        &f.LabelMainBump, &f.TextMainBump, &f.LabelMainTrans, &f.TextMainTrans, &f.LabelMainReflect,
-        &f.TextMainReflect},
+  show({&f.LabelMainOBJPath, &f.TextMainOBJ, &f.LabelPropOBJs, &f.ListPropObj, &f.LabelMainTex,
+        &f.TextMainTex, &f.LabelMainBump, &f.TextMainBump, &f.LabelMainTrans, &f.TextMainTrans,
+        &f.LabelMainReflect, &f.TextMainReflect},
        true);
   f.TextMainTex.setText("");
   f.TextMainBump.setText("");
   if (kind != "pz3")
-    for (ui::Label* l : {&f.LabelMainOBJPath, &f.LabelMainTex, &f.LabelMainBump, &f.LabelMainReflect, &f.LabelMainTrans})
+    for (ui::Label* l :
+         {&f.LabelMainOBJPath, &f.LabelMainTex, &f.LabelMainBump, &f.LabelMainReflect, &f.LabelMainTrans})
       l->setForeColor(kPathBlue);
   f.LabelFileName.setVisible(true);
   f.LabelFileName.setCaption(displayPath(path));
@@ -122,7 +126,11 @@ void loadFigure(Program& program, const std::string& path, int scanLines) {
   f.ListMatHiLite.clear();
   f.ListMaterials.setVisible(true);
   ListFileMaterials(program, path);
+}
 
+// Both panes show the destination: its parts, all its channels, its maps.
+void listPartsAndChannels(Program& program, const std::string& path) {
+  ui::Opening& f = program.opening;
   f.LabelChannelFileName.setVisible(true);
   f.LabelChannelFileName.setCaption(displayPath(path));
   f.LabelChannelFileNameForEditor.setCaption(path);
@@ -135,7 +143,11 @@ void loadFigure(Program& program, const std::string& path, int scanLines) {
   f.ListChannels.addItem("************************");
   ListAllChannels(program, allChannelsPath(program));
   ListTextureMaps(program, path);
+}
 
+// The tools of the figure page.
+void showFigureTools(Program& program) {
+  ui::Opening& f = program.opening;
   f.ImageSplash.setVisible(false);
   f.TextMorphRename.setText("");
   show({&f.TextMorphRename, &f.PictureRenameMorph}, false);
@@ -145,6 +157,17 @@ void loadFigure(Program& program, const std::string& path, int scanLines) {
        true);
   program.setBusy(false);
   f.MenuCR2Tools.setEnabled(true);
+}
+
+// A figure, pose, scene, hair or prop file: the figure page, filled by the five readers.
+void loadFigure(Program& program, const std::string& path, int scanLines) {
+  program.setBusy(true);
+  program.opening.LabelFileNameForEditor.setCaption(path);
+  leadingBlankScan(program, path, scanLines);
+  showFigurePage(program, path);
+  listGeometryAndMaterials(program, path, core::FileKind(path));
+  listPartsAndChannels(program, path);
+  showFigureTools(program);
 }
 
 int leadingBlankLines(const std::string& kind) { return kind == "pz2" ? 20 : 100; }
@@ -216,6 +239,7 @@ void ChopLeadingBlanks(Program& program, const std::string& path) {
   std::filesystem::path file = filePath(program, path);
   {
     core::FigureScanner in(file);
+    yieldWhileReading(program, in);
     core::LineWriter out(chop, core::LineWriter::Mode::Append);
     std::string_view line;
     while (in.rawLine(line)) out.WriteLine(!line.empty() && line[0] == ' ' ? line.substr(1) : line);
@@ -232,7 +256,8 @@ void OpenSource(Program& program) {
   f.MenuFile.setEnabled(true);
   f.MenuCR2Tools.setEnabled(true);
   if (f.LabelFileName.caption().empty()) {
-    ui::msgBox(program.services, "Open a destination file first.", "Note!", ui::Buttons::OK, ui::Icon::Exclamation);
+    ui::msgBox(program.services, "Open a destination file first.", "Note!", ui::Buttons::OK,
+               ui::Icon::Exclamation);
     return;
   }
   auto chosen = ui::openDialog(program.services, program.currentDir);
@@ -244,7 +269,8 @@ void OpenSource(Program& program) {
     return;
   }
   askReadOnly(program, f.OpenFilePath);
-  for (ui::Picture* p : {&f.PictureJoints, &f.PictureViewChannels, &f.PictureTrash}) p->setBackColor(ui::kToolRest);
+  for (ui::Picture* p : {&f.PictureJoints, &f.PictureViewChannels, &f.PictureTrash})
+    p->setBackColor(ui::kToolRest);
   f.ListChannels.clear();
   f.LabelChannelFileName.setCaption(displayPath(f.OpenFilePath));
   f.LabelChannelFileNameForEditor.setCaption(f.OpenFilePath);

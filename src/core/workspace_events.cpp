@@ -43,10 +43,11 @@ void registerWorkspaceEvents(EventTable& table) {
   for (const char* box : {"TextMainOBJ", "TextMainTex", "TextMainBump", "TextMainReflect", "TextMainTrans"})
     on(box, EventKind::DblClick, [name = std::string(box)](Program& p) { PathBoxDblClick(p, name); });
   on("TextMainOBJ", EventKind::RightClick, [](Program& p) {
-    ui::msgBox(p.services,
-               "For any of these path boxes, doubleclick when you are done hand-editing, or browse by clicking "
-               "the labels to the left.",
-               "Note!", ui::Buttons::OK, ui::Icon::Information);
+    ui::msgBox(
+        p.services,
+        "For any of these path boxes, doubleclick when you are done hand-editing, or browse by clicking "
+        "the labels to the left.",
+        "Note!", ui::Buttons::OK, ui::Icon::Information);
   });
 
   on("ListMaterials", EventKind::Click, ListMaterialsClick);
@@ -58,7 +59,8 @@ void registerWorkspaceEvents(EventTable& table) {
 
   on("TimerPushpin", EventKind::Timer, TimerPushpinTick);
   for (const char* picture : {"PictureBrktsOK", "PictureBrktLeft", "PictureBrktRight"})
-    on(picture, EventKind::Click, [name = std::string(picture)](Program& p) { DismissBracketResult(p, name); });
+    on(picture, EventKind::Click,
+       [name = std::string(picture)](Program& p) { DismissBracketResult(p, name); });
 }
 
 }  // namespace tolvane

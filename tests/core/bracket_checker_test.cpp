@@ -15,7 +15,8 @@ using test::writeFile;
 
 // The sample figure with `count` lines equal to `line` removed, the first ones after
 // the second header `after` (the part's definition).
-std::string withoutLines(const std::string& text, const std::string& after, const std::string& line, int count) {
+std::string withoutLines(const std::string& text, const std::string& after, const std::string& line,
+                         int count) {
   std::istringstream in(text);
   std::string out, l;
   int headers = 0;
@@ -45,8 +46,14 @@ TEST(BracketChecker, FindsTheBraceThatIsMissingByPart) {
   };
   const Case cases[] = {
       {"balanced", "", 0, {"", "PictureBrktsOK"}},
-      {"one right brace gone", "\t\t\t}", 1, {"Missing right bracket in actor head. Fix this and test again!", nullptr}},
-      {"one left brace gone", "\t\t\t{", 1, {"Missing left bracket in actor head. Fix this and test again!", nullptr}},
+      {"one right brace gone",
+       "\t\t\t}",
+       1,
+       {"Missing right bracket in actor head. Fix this and test again!", nullptr}},
+      {"one left brace gone",
+       "\t\t\t{",
+       1,
+       {"Missing left bracket in actor head. Fix this and test again!", nullptr}},
       {"two right braces gone", "\t\t\t}", 2, {"", "PictureBrktRight"}},
       {"two left braces gone", "\t\t\t{", 2, {"", "PictureBrktLeft"}},
   };

@@ -38,8 +38,9 @@ std::uint64_t referenceSkip(LineReader& in, const std::vector<std::string>& need
 }
 
 std::string randomText(std::mt19937& rng) {
-  static const char* const pieces[] = {"a",   "bc",  " ",   "\t",  ",",      "\"",       "\r\n", "\r\n",
-                                       "\r",  "\n",  "\r\n\n", "actor", "Map", "figureResFile", "x y", "\r\n\t\t"};
+  static const char* const pieces[] = {"a",    "bc",      " ",  "\t",     ",",     "\"",  "\r\n",
+                                       "\r\n", "\r",      "\n", "\r\n\n", "actor", "Map", "figureResFile",
+                                       "x y",  "\r\n\t\t"};
   std::string s;
   int n = std::uniform_int_distribution<int>(0, 300)(rng);
   for (int i = 0; i < n; ++i) s += pieces[std::uniform_int_distribution<int>(0, 15)(rng)];

@@ -24,10 +24,11 @@ TEST(ListReaders, FigureFillsEveryList) {
   EXPECT_EQ(f.ListActors.items(),
             (Entries{" BODY:1 * 8", "    hip:1 * 12", "    abdomen:1 * 17", "    head:1 * 22", "    "}));
   // The remote-controlled Twist stops abdomen's listing, so Bulge is in neither list.
-  EXPECT_EQ(f.ListChannels.items(), with(kHeadings, {"hip:1", "\tBelly", "head:1", "\tSmile", "head:1", "\tFrown"}));
+  EXPECT_EQ(f.ListChannels.items(),
+            with(kHeadings, {"hip:1", "\tBelly", "head:1", "\tSmile", "head:1", "\tFrown"}));
   EXPECT_EQ(f.ListChannelsReorder.items(),
-            (Entries{"hip:1*Belly^ 63@Belly", "abdomen:1*GetStringRes(1028,3)^ 105@Twist", "head:1*Smile^ 165@Smile",
-                     "head:1*Frown^ 165@Frown"}));
+            (Entries{"hip:1*Belly^ 63@Belly", "abdomen:1*GetStringRes(1028,3)^ 105@Twist",
+                     "head:1*Smile^ 165@Smile", "head:1*Frown^ 165@Frown"}));
   EXPECT_EQ(f.ListPropObj.items(), (Entries{"Tolv:ball.obj", "Gem:1 Custom Geometry in CR2"}));
   EXPECT_EQ(f.ListPropObj.foreColor(), 0x400000u);
   EXPECT_TRUE(f.PictureOBJExtract.visible());
@@ -38,13 +39,14 @@ TEST(ListReaders, FigureFillsEveryList) {
 
   EXPECT_EQ(f.ListMaterials.items(), (Entries{"skin", "eyes", "lips"}));
   EXPECT_EQ(f.ListMATColors.items(), (Entries{"256  204.8  153.6", "51.2  102.4  153.6", "192  64  128"}));
-  EXPECT_EQ(f.ListMatHiLite.items(), (Entries{"40.15693  33.12947  25.09804", "256  256  256", "128  128  128"}));
+  EXPECT_EQ(f.ListMatHiLite.items(),
+            (Entries{"40.15693  33.12947  25.09804", "256  256  256", "128  128  128"}));
   EXPECT_EQ(f.PictureMatColor.backColor(), 0x9ACDFFu);
   EXPECT_EQ(f.PictureMatHiLite.backColor(), 0x192128u);
 
   // The lips' resource value is cut at its comma by the field read.
-  EXPECT_EQ(f.ListAllTexMaps.items(),
-            (Entries{"\":Runtime:textures:Tolv:skin.jpg\"", ":Runtime:textures:Tolv:eyes.jpg", "GetStringRes(1029"}));
+  EXPECT_EQ(f.ListAllTexMaps.items(), (Entries{"\":Runtime:textures:Tolv:skin.jpg\"",
+                                               ":Runtime:textures:Tolv:eyes.jpg", "GetStringRes(1029"}));
   EXPECT_EQ(f.TextMainTex.text(), "Default P4 Map");
   EXPECT_EQ(f.TextMainBump.text(), " NO_MAP");
   EXPECT_EQ(f.TextMainReflect.text(), " NO_MAP");
@@ -58,14 +60,16 @@ TEST(ListReaders, SceneWithTwoFiguresCountsFieldsThroughTheDefinitions) {
   // Figure 2's numbers run one ahead of the line numbers: the comma of a resource
   // name in figure 1's definitions made one more field.
   EXPECT_EQ(f.ListActors.items(),
-            (Entries{" BODY:1 * 16", "    hip:1 * 20", "    abdomen:1 * 25", "    head:1 * 30", "    ", " BODY:2 * 308",
-                     "    hip:2 * 312", "    abdomen:2 * 317", "    head:2 * 322", "    "}));
-  EXPECT_EQ(f.ListChannels.items(), with(kHeadings, {"hip:1", "\tBelly", "head:1", "\tSmile", "head:1", "\tFrown",
-                                                     "hip:2", "\tBelly", "head:2", "\tSmile", "head:2", "\tFrown"}));
+            (Entries{" BODY:1 * 16", "    hip:1 * 20", "    abdomen:1 * 25", "    head:1 * 30", "    ",
+                     " BODY:2 * 308", "    hip:2 * 312", "    abdomen:2 * 317", "    head:2 * 322", "    "}));
+  EXPECT_EQ(f.ListChannels.items(),
+            with(kHeadings, {"hip:1", "\tBelly", "head:1", "\tSmile", "head:1", "\tFrown", "hip:2", "\tBelly",
+                             "head:2", "\tSmile", "head:2", "\tFrown"}));
   EXPECT_EQ(f.ListChannelsReorder.items(),
-            (Entries{"hip:1*Belly^ 54@Belly", "abdomen:1*GetStringRes(1028,3)^ 96@Twist", "head:1*Smile^ 156@Smile",
-                     "head:1*Frown^ 156@Frown", "hip:2*Belly^ 345@Belly", "abdomen:2*GetStringRes(1028,3)^ 387@Twist",
-                     "head:2*Smile^ 447@Smile", "head:2*Frown^ 447@Frown"}));
+            (Entries{"hip:1*Belly^ 54@Belly", "abdomen:1*GetStringRes(1028,3)^ 96@Twist",
+                     "head:1*Smile^ 156@Smile", "head:1*Frown^ 156@Frown", "hip:2*Belly^ 345@Belly",
+                     "abdomen:2*GetStringRes(1028,3)^ 387@Twist", "head:2*Smile^ 447@Smile",
+                     "head:2*Frown^ 447@Frown"}));
   EXPECT_EQ(f.ListMaterials.items(), (Entries{"skin", "eyes", "lips", "skin", "eyes", "lips"}));
   EXPECT_EQ(f.ListPropObj.items(), (Entries{"No Props in CR2"}));
   EXPECT_EQ(f.ListPropObj.foreColor(), ui::kRed);
@@ -79,8 +83,18 @@ TEST(ListReaders, PoseHairAndProp) {
     std::string obj, tex, trans;
   };
   const Case cases[] = {
-      {"Pose/Tolv/Wave.pz2", {test::kNoSkin}, {" BODY:1 * 7", "    rHand:1 * 23"}, kHeadings, {}, {}, {}, {}, {},
-       "", "NO_MAP", ""},
+      {"Pose/Tolv/Wave.pz2",
+       {test::kNoSkin},
+       {" BODY:1 * 7", "    rHand:1 * 23"},
+       kHeadings,
+       {},
+       {},
+       {},
+       {},
+       {},
+       "",
+       "NO_MAP",
+       ""},
       {"Hair/Tolv/Bob.hr2",
        {test::kNoBodyParts, test::kMoreThanOneMap},
        {},
@@ -93,8 +107,18 @@ TEST(ListReaders, PoseHairAndProp) {
        "Tolv:bob.obj",
        ":Runtime:textures:Tolv:bob.jpg",
        ":Runtime:textures:Tolv:bob_tr.jpg"},
-      {"Props/Tolv/Vase.pp2", {test::kNoBodyParts, test::kNoSkin}, {}, kHeadings, {}, {"glaze"},
-       {"25.6  128  230.4"}, {"256  256  256"}, {}, "Tolv:vase.obj", "NO_MAP", ""},
+      {"Props/Tolv/Vase.pp2",
+       {test::kNoBodyParts, test::kNoSkin},
+       {},
+       kHeadings,
+       {},
+       {"glaze"},
+       {"25.6  128  230.4"},
+       {"256  256  256"},
+       {},
+       "Tolv:vase.obj",
+       "NO_MAP",
+       ""},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.file);

@@ -23,7 +23,8 @@ struct WorkspaceFixture {
 
   // File, Open on `file` with the dialog answered; `messages` are the boxes expected
   // on the way, as {title, text}, each answered OK.
-  void open(const std::filesystem::path& file, const std::vector<std::pair<std::string, std::string>>& messages = {}) {
+  void open(const std::filesystem::path& file,
+            const std::vector<std::pair<std::string, std::string>>& messages = {}) {
     t.services.dialog(file.string());
     for (const auto& [title, text] : messages) t.services.expect(title, text);
     ASSERT_TRUE(fireEvent(*t, "Opening", "MenuFileOpen", EventKind::Click));
@@ -34,8 +35,8 @@ struct WorkspaceFixture {
   std::filesystem::path poser;
 };
 
-inline const std::pair<std::string, std::string> kMoreThanOneMap{"ALERT!",
-                                                                 "There is more than one texture map used in this CR2."};
+inline const std::pair<std::string, std::string> kMoreThanOneMap{
+    "ALERT!", "There is more than one texture map used in this CR2."};
 inline const std::pair<std::string, std::string> kNoSkin{
     "Note!", "Either there is no texture map listed, or the primary material is not called \"skin\"."};
 inline const std::pair<std::string, std::string> kNoBodyParts{"Note!", "No body parts in this file!"};

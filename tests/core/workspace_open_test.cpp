@@ -1,9 +1,8 @@
-#include "core/workspace.h"
-
 #include <gtest/gtest.h>
 
 #include "core/list_readers.h"
 #include "core/scratch_file.h"
+#include "core/workspace.h"
 #include "workspace_fixture.h"
 
 namespace tolvane {
@@ -34,12 +33,12 @@ TEST(WorkspaceOpen, FigureShowsTheFigurePage) {
   EXPECT_EQ(f.ListMRU.items(), (Entries{ava.string()}));
   EXPECT_TRUE(f.MenuCR2Tools.enabled());
   EXPECT_EQ(f.PictureViewChannels.backColor(), ui::kToolRest);
-  for (ui::Control* c : std::initializer_list<ui::Control*>{&f.PictureViewChannels, &f.PictureTrash, &f.PictureEMC,
-                                                            &f.LabelOpenSource, &f.ListActors, &f.TextMainOBJ,
-                                                            &f.ListMaterials, &f.LabelFileSize})
+  for (ui::Control* c : std::initializer_list<ui::Control*>{
+           &f.PictureViewChannels, &f.PictureTrash, &f.PictureEMC, &f.LabelOpenSource, &f.ListActors,
+           &f.TextMainOBJ, &f.ListMaterials, &f.LabelFileSize})
     EXPECT_TRUE(c->visible()) << c->name();
-  for (ui::Control* c : std::initializer_list<ui::Control*>{&f.ImageSplash, &f.PictureCopyToDest, &f.LabelOBJFileName,
-                                                            &f.PictureScaleObj, &f.TextMorphRename})
+  for (ui::Control* c : std::initializer_list<ui::Control*>{
+           &f.ImageSplash, &f.PictureCopyToDest, &f.LabelOBJFileName, &f.PictureScaleObj, &f.TextMorphRename})
     EXPECT_FALSE(c->visible()) << c->name();
   EXPECT_EQ(f.LabelMainTex.foreColor(), 0xC00000u);
   EXPECT_FALSE(f.busy());
@@ -60,10 +59,11 @@ TEST(WorkspaceOpen, ReadOnlyFileIsListedWhateverTheAnswer) {
     auto ava = w.lib("Character/Tolv/Ava.cr2");
     core::setReadOnly(ava);
     w.t.services.dialog(ava.string());
-    w.t.services.expect("Alert!",
-                        "This is a read-only file, probably from a CD.  It cannot be edited.  Would you like to change "
-                        "this attribute so it can be edited by Tolvane?",
-                        answer);
+    w.t.services.expect(
+        "Alert!",
+        "This is a read-only file, probably from a CD.  It cannot be edited.  Would you like to change "
+        "this attribute so it can be edited by Tolvane?",
+        answer);
     w.t.services.expect(test::kMoreThanOneMap.first, test::kMoreThanOneMap.second);
     fireEvent(*w.t, "Opening", "MenuFileOpen", EventKind::Click);
     EXPECT_EQ(w.form().ListActors.listCount(), 5);
@@ -77,8 +77,11 @@ TEST(WorkspaceOpen, LeadingBlanksAreChoppedWithinTheScannedLines) {
     int blankLine;  // 1-based line that gets two leading blanks
     bool chopped;
   };
-  const Case cases[] = {{"fig.cr2", 3, true}, {"fig.cr2", 100, true}, {"fig.cr2", 101, false},
-                        {"pose.pz2", 20, true}, {"pose.pz2", 21, false}};
+  const Case cases[] = {{"fig.cr2", 3, true},
+                        {"fig.cr2", 100, true},
+                        {"fig.cr2", 101, false},
+                        {"pose.pz2", 20, true},
+                        {"pose.pz2", 21, false}};
   for (const Case& c : cases) {
     SCOPED_TRACE(std::string(c.name) + " line " + std::to_string(c.blankLine));
     WorkspaceFixture w;
@@ -102,10 +105,12 @@ TEST(WorkspaceOpen, RefusedRepairStopsAFigureButNotAScene) {
   WorkspaceFixture w;
   auto lfOnly = [&](const std::string& name) {
     auto file = w.t.files() / name;
-    writeFile(file, "{\nversion\n\t{\n\tnumber 4.01\n\t}\nfigureResFile :Runtime:Geometries:Tolv:ava.obj\n}\n");
+    writeFile(file,
+              "{\nversion\n\t{\n\tnumber 4.01\n\t}\nfigureResFile :Runtime:Geometries:Tolv:ava.obj\n}\n");
     return file;
   };
-  auto sorry = std::make_pair(std::string("Sorry!"), std::string("Tolvane may not be able to process this file..."));
+  auto sorry =
+      std::make_pair(std::string("Sorry!"), std::string("Tolvane may not be able to process this file..."));
   auto cr2 = lfOnly("lf.cr2");
   std::string before = readFile(cr2);
   w.t.services.dialog(cr2.string());
@@ -134,12 +139,15 @@ TEST(WorkspaceOpen, BadInputGivesAClearErrorAndChangesNoFile) {
     std::string bytes;
     int error;
   };
-  std::string binary("\x7f" "ELF\r\n\x01\x02\x00\x00,\xff\xfe\r\n", 16);
+  std::string binary(
+      "\x7f"
+      "ELF\r\n\x01\x02\x00\x00,\xff\xfe\r\n",
+      16);
   const Case cases[] = {
       {"binary.cr2", binary, 62},
       {"nofigureres.cr2", test::crlf({"{", "actor BODY:1", "\t{", "\t", "\t}", "}"}), 62},
-      {"missinggeometry.cr2", test::crlf({"{", "figureResFile :Runtime:Geometries:Nope:x.obj", "actor BODY:1", "}"}),
-       76},
+      {"missinggeometry.cr2",
+       test::crlf({"{", "figureResFile :Runtime:Geometries:Nope:x.obj", "actor BODY:1", "}"}), 76},
       {"vanished.cr2", "", 53},
   };
   for (const Case& c : cases) {
@@ -163,8 +171,9 @@ TEST(WorkspaceOpen, ObjAndMtlPages) {
   EXPECT_TRUE(f.LabelOBJFileName.visible());
   EXPECT_TRUE(f.PictureMash.visible());
   EXPECT_TRUE(f.PictureOBJView.hasFocus());
-  for (ui::Control* c : std::initializer_list<ui::Control*>{&f.ListActors, &f.ListChannels, &f.TextMainTex,
-                                                            &f.LabelFileName, &f.PictureTrash, &f.LabelOpenSource})
+  for (ui::Control* c :
+       std::initializer_list<ui::Control*>{&f.ListActors, &f.ListChannels, &f.TextMainTex, &f.LabelFileName,
+                                           &f.PictureTrash, &f.LabelOpenSource})
     EXPECT_FALSE(c->visible()) << c->name();
 
   int shown = 0;
@@ -198,8 +207,8 @@ TEST(WorkspaceOpen, SourcePane) {
   f.MenuFile.setEnabled(false);
   w.t.services.dialog(other.string());
   fireEvent(*w.t, "Opening", "LabelOpenSource", EventKind::Click);
-  EXPECT_EQ(f.ListChannels.items(), (Entries{"BODY PARTS", " BODY:1 * 8", "    hip:1 * 12", "    abdomen:1 * 17",
-                                             "    head:1 * 22", "    "}));
+  EXPECT_EQ(f.ListChannels.items(), (Entries{"BODY PARTS", " BODY:1 * 8", "    hip:1 * 12",
+                                             "    abdomen:1 * 17", "    head:1 * 22", "    "}));
   EXPECT_EQ(f.ListActors.listCount(), 5);
   EXPECT_EQ(f.LabelChannelFileNameForEditor.caption(), other.string());
   EXPECT_EQ(f.LabelFileNameForEditor.caption(), ava.string());

@@ -36,12 +36,21 @@ TEST(WorkspaceSamples, Figure) {
   EXPECT_EQ(f.ListActors.list(1), "    hip:1 * 12");
   EXPECT_EQ(f.ListActors.list(51), "    rToe:1 * 262");
   EXPECT_EQ(f.ListActors.list(52), "    ");
-  const Entries channels{"ALL CHANNELS", "************************", "chest:1", "\tGetStringRes(1028,43)",
-                         "head:1", "\tSmile", "head:1", "\tFrown", "head:1", "\tBrowUp", "head:1", "\tBlink",
-                         "head:1", "\tMouth O", "lHand:1", "\tGetStringRes(1028,48)", "lHand:1",
-                         "\tGetStringRes(1028,49)", "lHand:1", "\tGetStringRes(1028,50)", "rHand:1",
-                         "\tGetStringRes(1028,48)", "rHand:1", "\tGetStringRes(1028,49)", "rHand:1",
-                         "\tGetStringRes(1028,50)", "lThigh:1", "\tThighSlim", "rThigh:1", "\tThighSlim"};
+  const Entries channels{"ALL CHANNELS", "************************",
+                         "chest:1",      "\tGetStringRes(1028,43)",
+                         "head:1",       "\tSmile",
+                         "head:1",       "\tFrown",
+                         "head:1",       "\tBrowUp",
+                         "head:1",       "\tBlink",
+                         "head:1",       "\tMouth O",
+                         "lHand:1",      "\tGetStringRes(1028,48)",
+                         "lHand:1",      "\tGetStringRes(1028,49)",
+                         "lHand:1",      "\tGetStringRes(1028,50)",
+                         "rHand:1",      "\tGetStringRes(1028,48)",
+                         "rHand:1",      "\tGetStringRes(1028,49)",
+                         "rHand:1",      "\tGetStringRes(1028,50)",
+                         "lThigh:1",     "\tThighSlim",
+                         "rThigh:1",     "\tThighSlim"};
   EXPECT_EQ(f.ListChannels.items(), channels);
   ASSERT_EQ(f.ListChannelsReorder.listCount(), 21);
   EXPECT_EQ(f.ListChannelsReorder.list(0), "hip:1*Heavy^ 465@Heavy");
@@ -58,9 +67,9 @@ TEST(WorkspaceSamples, Figure) {
             (Entries{"40.15693  33.12947  25.09804", "102.4  76.8  76.8", "256  256  256", "0  0  0",
                      "10.03922  10.03922  10.03922", "153.6  153.6  153.6", "256  230.4  128"}));
   // Preview stands last among the materials, so its NO_MAP values are the boxes' values.
-  EXPECT_EQ(f.ListAllTexMaps.items(), (Entries{":Runtime:textures:Tolvane:ava_skin.bmp",
-                                               "\":Runtime:textures:Tolvane:ava_lips.bmp\"", "", "NO_MAP",
-                                               "GetStringRes(1029"}));
+  EXPECT_EQ(f.ListAllTexMaps.items(),
+            (Entries{":Runtime:textures:Tolvane:ava_skin.bmp", "\":Runtime:textures:Tolvane:ava_lips.bmp\"",
+                     "", "NO_MAP", "GetStringRes(1029"}));
   EXPECT_EQ(f.TextMainTex.text(), "NO_MAP");
   EXPECT_EQ(f.TextMainBump.text(), " NO_MAP");
   EXPECT_EQ(f.TextMainReflect.text(), " NO_MAP");
@@ -95,8 +104,23 @@ TEST(WorkspaceSamples, PoseFaceHairAndProp) {
        {" BODY:1 * 7", "    chest:1 * 21", "    neck:1 * 51", "    head:1 * 81", "    lShldr:1 * 111",
         "    lForeArm:1 * 141", "    rCollar:1 * 171", "    rShldr:1 * 201", "    rForeArm:1 * 231",
         "    rHand:1 * 261"},
-       {}, {}, {}, {}, "", "NO_MAP", ""},
-      {"Face/Tolvane/Smile.fc2", {test::kNoSkin}, {" BODY:1 * 7", "    head:1 * 21"}, {}, {}, {}, {}, "", "NO_MAP", ""},
+       {},
+       {},
+       {},
+       {},
+       "",
+       "NO_MAP",
+       ""},
+      {"Face/Tolvane/Smile.fc2",
+       {test::kNoSkin},
+       {" BODY:1 * 7", "    head:1 * 21"},
+       {},
+       {},
+       {},
+       {},
+       "",
+       "NO_MAP",
+       ""},
       {"Hair/Tolvane/Bob.hr2",
        {test::kNoBodyParts, test::kMoreThanOneMap},
        {},
@@ -107,8 +131,16 @@ TEST(WorkspaceSamples, PoseFaceHairAndProp) {
        "Tolvane:bob.obj",
        "NO_MAP",
        "NO_MAP"},
-      {"Props/Tolvane/Vase.pp2", {test::kNoBodyParts, test::kNoSkin}, {}, {"vase"}, {"51.2  115.2  179.2"},
-       {"256  256  256"}, {}, "", "NO_MAP", ""},
+      {"Props/Tolvane/Vase.pp2",
+       {test::kNoBodyParts, test::kNoSkin},
+       {},
+       {"vase"},
+       {"51.2  115.2  179.2"},
+       {"256  256  256"},
+       {},
+       "",
+       "NO_MAP",
+       ""},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.file);
