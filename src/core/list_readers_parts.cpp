@@ -80,7 +80,7 @@ void ListBodyParts(Program& program, const std::string& path) {
     count += 2;
     if (second.empty()) {
       // The first definition block: the declarations of this figure are all listed.
-      entry = " ";
+      entry.assign(1, ' ');
       std::string_view f;
       do {
         count += static_cast<long long>(in.skipLines(figureRes, true, true));

@@ -153,7 +153,8 @@ std::string colourEntry(std::string_view line) {
   std::string entry;
   for (int i = 0; i < 3; ++i) {
     std::size_t blank = rest.find(' ');
-    entry += (i ? " " : "") + core::StrSingle(core::Val(rest.substr(0, blank)) * 256);
+    if (i > 0) entry += ' ';
+    entry += core::StrSingle(core::Val(rest.substr(0, blank)) * 256);
     rest = blank == std::string::npos ? std::string() : core::LTrim(rest.substr(blank));
   }
   return core::LTrim(entry);

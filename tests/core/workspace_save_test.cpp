@@ -75,6 +75,31 @@ TEST(WorkspaceSave, ExitDoublesTheKeywordAndOpenReplacesNoGeometry) {
   }
 }
 
+TEST(WorkspaceSave, WithoutPrimaryMaterialNoMapIsWritten) {
+  SaveFixture s;
+  auto pose = s.t.files() / "pose.cr2";
+  std::string text = test::crlf({"{", "figureResFile :Runtime:Geometries:Tolv:ava.obj", "\tmaterial eyes", "\t\t{",
+                                 "\t\tbumpMap NO_MAP", "\t\t}", "}"});
+  writeFile(pose, text);
+  s.form().OpenFilePath = pose.string();
+  s.handEdit(s.form().TextMainBump, "x.jpg");
+  s.t.services.dialog(pose.string());
+  fireEvent(*s.t, "Opening", "MenuFileSave", EventKind::Click);
+  EXPECT_EQ(readFile(pose), text);
+  EXPECT_EQ(s.form().LabelMainBump.foreColor(), ui::kRed);  // its keyword was never passed
+  EXPECT_EQ(s.form().PathsDirty, 0);
+}
+
+TEST(WorkspaceSave, CancelOnExitIsARunTimeErrorAndTheFileStays) {
+  SaveFixture s;
+  s.handEdit(s.form().TextMainReflect, "C:\\env.jpg");
+  s.t.services.cancelDialog();
+  s.t.services.expect(kAppName, "Run-time error '32755':...");
+  runGuarded(*s.t, [&] { WritePathChanges(*s.t, PathWriteVariant::Exit); });
+  EXPECT_EQ(readFile(s.file), s.original);
+  EXPECT_EQ(s.t.services.pending(), 0u);
+}
+
 TEST(WorkspaceSave, SaveAsToANewNameAndCancel) {
   SaveFixture s;
   ui::Opening& f = s.form();
