@@ -6,6 +6,7 @@
 #include "core/list_readers.h"
 #include "core/runtime_error.h"
 #include "core/scratch_file.h"
+#include "core/scratch_move.h"
 #include "core/workspace.h"
 #include "program/program.h"
 #include "ui/services.h"
@@ -181,8 +182,7 @@ void saveExtraMaterials(Program& program) {
   if (!chosen || chosen->empty()) return;
   program.setCurrentDirFromFile(*chosen);
   std::filesystem::path target = filePath(program, *chosen);
-  if (core::fileExists(target)) core::killFile(target);
-  core::renameFile(program.workFile("CR2.tmp"), target);
+  core::moveScratchInto(program.workFile("CR2.tmp"), target, true);
   f.LastOpenedPath = *chosen;
   f.ExtraMaterialsMode = false;
 }
@@ -206,8 +206,7 @@ void WritePathChanges(Program& program, PathWriteVariant variant) {
   }
   program.setCurrentDirFromFile(*chosen);
   std::filesystem::path target = filePath(program, *chosen);
-  if (deleteTarget(program, variant, target)) core::killFile(target);
-  core::renameFile(scratch, target);
+  core::moveScratchInto(scratch, target, deleteTarget(program, variant, target));
   f.PathsDirty = 0;
 }
 

@@ -10,6 +10,7 @@
 #include "core/list_readers.h"
 #include "core/run_time_number.h"
 #include "core/scratch_file.h"
+#include "core/scratch_move.h"
 #include "core/startup.h"
 #include "program/program.h"
 #include "ui/services.h"
@@ -245,8 +246,7 @@ void ChopLeadingBlanks(Program& program, const std::string& path) {
     while (in.rawLine(line)) out.WriteLine(!line.empty() && line[0] == ' ' ? line.substr(1) : line);
     out.close();
   }
-  core::killFile(file);
-  core::renameFile(chop, file);
+  core::moveScratchInto(chop, file, true);
 }
 
 void OpenSource(Program& program) {

@@ -78,8 +78,8 @@ TEST(WorkspaceSave, ExitDoublesTheKeywordAndOpenReplacesNoGeometry) {
 TEST(WorkspaceSave, WithoutPrimaryMaterialNoMapIsWritten) {
   SaveFixture s;
   auto pose = s.t.files() / "pose.cr2";
-  std::string text = test::crlf({"{", "figureResFile :Runtime:Geometries:Tolv:ava.obj", "\tmaterial eyes", "\t\t{",
-                                 "\t\tbumpMap NO_MAP", "\t\t}", "}"});
+  std::string text = test::crlf({"{", "figureResFile :Runtime:Geometries:Tolv:ava.obj", "\tmaterial eyes",
+                                 "\t\t{", "\t\tbumpMap NO_MAP", "\t\t}", "}"});
   writeFile(pose, text);
   s.form().OpenFilePath = pose.string();
   s.handEdit(s.form().TextMainBump, "x.jpg");
