@@ -47,8 +47,8 @@ TEST(RunTimeNumber, ValTakesTheLongestNumericPrefix) {
     const char* text;
     double value;
   } cases[] = {
-      {"1 1 1", 1},  {"  0.5 0.2", 0.5}, {"\t-2.5x", -2.5}, {"abc", 0}, {"", 0},      {".25", 0.25},
-      {"1e3", 1000}, {"1E", 1},          {"-", 0},          {"3.", 3},  {"1D2", 100},
+      {"1 1 1", 1}, {"  0.5 0.2", 0.5}, {"\t-2.5x", -2.5}, {"abc", 0}, {"", 0},
+      {".25", 0.25}, {"1e3", 1000}, {"1E", 1}, {"-", 0}, {"3.", 3}, {"1D2", 100},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.text);

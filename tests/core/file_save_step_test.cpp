@@ -53,8 +53,7 @@ TEST(FileSaveStep, AMissingScratchFileKeepsOtherFilesButNotTheReplacedOne) {
   writeFile(current, "old\r\n");
   auto other = t.files() / "other.cr2";
   t.services.dialog(other.string());
-  EXPECT_THROW(FileSaveStep(*t, t.work() / "none.txt", current.string(), current.string()),
-               core::RuntimeError);
+  EXPECT_THROW(FileSaveStep(*t, t.work() / "none.txt", current.string(), current.string()), core::RuntimeError);
   EXPECT_EQ(readFile(current), "old\r\n");
 }
 

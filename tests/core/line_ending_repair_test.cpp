@@ -13,12 +13,10 @@ using test::TestProgram;
 using test::writeFile;
 
 const char* kAsk =
-    "Tolvane may not be able to process this file, due to its unconventional construction.  Click OK to "
-    "backup "
+    "Tolvane may not be able to process this file, due to its unconventional construction.  Click OK to backup "
     "and continue, or Cancel.";
 const char* kWait =
-    "Unconventional line ending! Please wait while it is fixed -- you will only need to do this once, and it "
-    "will "
+    "Unconventional line ending! Please wait while it is fixed -- you will only need to do this once, and it will "
     "not affect the file for Poser.";
 
 // Runs the main form's repair on `bytes` with the user agreeing; returns the result.
@@ -28,8 +26,8 @@ std::string repaired(const std::string& bytes) {
   writeFile(file, bytes);
   t.services.expect("Sorry!", kAsk, ui::Answer::OK);
   t.services.expect("Note!", kWait);
-  t.services.expect("Success!", file.string() + " converted, original saved as " +
-                                    (t.files() / "figCR2.bak").string() + "  Tolvane will now continue.");
+  t.services.expect("Success!", file.string() + " converted, original saved as " + (t.files() / "figCR2.bak").string() +
+                                    "  Tolvane will now continue.");
   std::string path = file.string();
   RepairLineEndings(*t, path);
   EXPECT_EQ(t.services.pending(), 0u);
@@ -48,8 +46,8 @@ TEST(LineEndingRepair, ConvertsWithTheBlockRules) {
       {"blank lines of a bare LF file are dropped", "a\n\nb\n\nc\n", "a\r\nb\r\nc\r\n"},
       {"a last line without an ending is lost", "a\nb\nlast", "a\r\nb\r\n"},
       {"CR-only lines keep their blank lines", "a\r\rb\r", "a\r\n\r\nb\r\n"},
-      {"CR LF after the first 200 bytes still converts", std::string(250, 'x') + "\n" + "y\r\nz\r\n",
-       std::string(250, 'x') + "\r\ny\r\nz\r\n"},
+      {"CR LF after the first 200 bytes still converts",
+       std::string(250, 'x') + "\n" + "y\r\nz\r\n", std::string(250, 'x') + "\r\ny\r\nz\r\n"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
@@ -89,7 +87,9 @@ TEST(LineEndingRepair, CancelSetsOpenRefusedAndLeavesTheFile) {
   EXPECT_EQ(t.services.beeps(), 1);
 }
 
-TEST(LineEndingRepair, EmptyFileCountsAsUnconventional) { EXPECT_EQ(repaired(""), ""); }
+TEST(LineEndingRepair, EmptyFileCountsAsUnconventional) {
+  EXPECT_EQ(repaired(""), "");
+}
 
 TEST(LineEndingRepair, FailuresStopWithRunTimeErrorsAndKeepTheOriginal) {
   struct Case {
@@ -131,17 +131,15 @@ TEST(LineEndingRepair, EditorTwinAsksYesNo) {
   TestProgram t;
   auto file = t.files() / "hair.hr2";
   writeFile(file, "a\nb\n");
-  t.services.expect(
-      "Note!",
-      "Unconventional line ending! Would you like to have it fixed? You will only need to do this once, "
-      "and it will not affect the file for Poser.",
-      ui::Answer::No);
+  t.services.expect("Note!",
+                    "Unconventional line ending! Would you like to have it fixed? You will only need to do this once, "
+                    "and it will not affect the file for Poser.",
+                    ui::Answer::No);
   EXPECT_FALSE(RepairLineEndingsEditor(*t, file.string()));
   EXPECT_EQ(readFile(file), "a\nb\n");
 
   t.services.answer(ui::Answer::Yes);
-  t.services.expect("Success!", file.string() + " converted, backup saved as " +
-                                    (t.files() / "hairHR2.bak").string() +
+  t.services.expect("Success!", file.string() + " converted, backup saved as " + (t.files() / "hairHR2.bak").string() +
                                     ".  The Editor will now load the file.");
   EXPECT_TRUE(RepairLineEndingsEditor(*t, file.string()));
   EXPECT_EQ(readFile(file), "a\r\nb\r\n");

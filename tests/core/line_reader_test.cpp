@@ -38,9 +38,7 @@ TEST(LineReader, RawLinesEndAtCrLfOrLoneCrAndKeepIndentation) {
     std::string bytes;
     Lines expected;
   } cases[] = {
-      {"crlf with indentation",
-       "actor hip:1\r\n\t{\r\n\t\tname hip\r\n",
-       {"actor hip:1", "\t{", "\t\tname hip"}},
+      {"crlf with indentation", "actor hip:1\r\n\t{\r\n\t\tname hip\r\n", {"actor hip:1", "\t{", "\t\tname hip"}},
       {"last line without ending", "a\r\nb", {"a", "b"}},
       {"empty lines stay", "a\r\n\r\n\r\nb\r\n", {"a", "", "", "b"}},
       {"tab-only line is not empty", "{\r\n\t\r\n}\r\n", {"{", "\t", "}"}},
@@ -63,8 +61,7 @@ TEST(LineReader, FieldsDropLeadingBlanksAndSplitAtCommas) {
     Lines expected;
   } cases[] = {
       {"indentation dropped", "\t\tname hip\r\n  x\r\n", {"name hip", "x"}},
-      {"comma splits the line",
-       "\t\t\tname GetStringRes(1024,6)\r\nnext\r\n",
+      {"comma splits the line", "\t\t\tname GetStringRes(1024,6)\r\nnext\r\n",
        {"name GetStringRes(1024", "6)", "next"}},
       {"tab-only line is empty", "{\r\n\t\r\n}\r\n", {"{", "", "}"}},
       {"empty line is empty", "a\r\n\r\nb\r\n", {"a", "", "b"}},

@@ -13,9 +13,7 @@ using test::readFile;
 using test::TestProgram;
 using test::writeFile;
 
-void givePoser(TestProgram& t, const std::string& ploc) {
-  t.settings.save(kAppName, "Startup", "PLoc", ploc);
-}
+void givePoser(TestProgram& t, const std::string& ploc) { t.settings.save(kAppName, "Startup", "PLoc", ploc); }
 
 TEST(Startup, FirstStartAsksForPoserAndCr2installAppearsOnTheSecond) {
   TestProgram t;
@@ -78,8 +76,7 @@ TEST(RecentFiles, SavedAtExitAndReadBackToTheFirstEmptyValue) {
   TestProgram again;
   givePoser(again, "/nowhere/");
   for (int i = 0; i < 10; ++i)
-    again.settings.save(kAppName, "MRUFiles", std::to_string(i),
-                        t.settings.get(kAppName, "MRUFiles", std::to_string(i), ""));
+    again.settings.save(kAppName, "MRUFiles", std::to_string(i), t.settings.get(kAppName, "MRUFiles", std::to_string(i), ""));
   fireEvent(*again, "Opening", "Opening", EventKind::Load);
   ASSERT_EQ(again->opening.ListMRU.listCount(), 5);
   EXPECT_EQ(again->opening.ListMRU.list(4), "/f/a4.cr2");
@@ -113,8 +110,7 @@ TEST(Notes, DoubleClickAppendsWithAHeadingAndHidesTheBox) {
 TEST(Exit, NotesGoNextToTheWorkFolderAndScratchFilesGo) {
   TestProgram t;
   t->opening.TextOpeningNotes.setText("remember");
-  for (const char* n : {"color.txt", "UV.txt", "group.txt", "Param.obj", "VArray.txt"})
-    writeFile(t.work() / n, "x");
+  for (const char* n : {"color.txt", "UV.txt", "group.txt", "Param.obj", "VArray.txt"}) writeFile(t.work() / n, "x");
   fireEvent(*t, "Opening", "Opening", EventKind::Unload);
   EXPECT_FALSE(std::filesystem::exists(t.work() / "Notes.txt"));
   EXPECT_NE(readFile(t.work().string() + "Notes.txt").find("remember"), std::string::npos);
