@@ -40,8 +40,7 @@ bool isRed(const ui::Label& l) { return l.foreColor() == ui::kRed; }
 
 // A chosen texture file in the boxes' form: the drive letter, then the path from its
 // third character with colons for backslashes ("C:\P\a.tif" -> "C:P:a.tif"). A path of
-// this platform, which has no drive, keeps its first character and turns every
-// separator into a colon.
+// this platform has no drive: every separator of it becomes a colon.
 std::string textureBoxForm(const std::string& chosen) {
   if (chosen.size() >= 2 && chosen[1] == ':')
     return chosen.substr(0, 1) + core::Replace(core::Mid(chosen, 3), "\\", ":");
