@@ -6,11 +6,15 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace tolvane {
 class Program;
 namespace core {
 class FigureScanner;
+}
+namespace ui {
+class ListBox;
 }
 
 void ListPropGeometry(Program& program, const std::string& path);
@@ -27,6 +31,10 @@ std::string displayPath(const std::string& path);
 // The file a path text names: backslashes read as separators, a relative name taken
 // from the program's current directory.
 std::filesystem::path filePath(const Program& program, const std::string& text);
+
+// Adds a reader's entries at the end of a list at once, so that the view refreshes
+// once; the selection stays.
+void appendEntries(ui::ListBox& list, std::vector<std::string> entries);
 
 // Lets the event loop run about every 100 ms of reading.
 void yieldWhileReading(Program& program, core::FigureScanner& in);

@@ -31,6 +31,17 @@ std::string allChannelsPath(const Program& program) {
   return form.LabelFileNameForEditor.caption();
 }
 
+void appendEntries(ui::ListBox& list, std::vector<std::string> entries) {
+  if (entries.empty()) return;
+  std::vector<int> selected = list.selectedIndexes();
+  int current = list.listIndex();
+  std::vector<std::string> items = list.items();
+  items.insert(items.end(), std::make_move_iterator(entries.begin()), std::make_move_iterator(entries.end()));
+  list.setItems(std::move(items));
+  for (int i : selected) list.setSelected(i, true);
+  if (current >= 0) list.setListIndex(current);
+}
+
 void yieldWhileReading(Program& program, core::FigureScanner& in) {
   in.setYield([&program] { program.services.yield(); });
 }
@@ -94,7 +105,7 @@ void ListBodyParts(Program& program, const std::string& path) {
     entries.push_back(std::move(entry));
   }
   in.close();
-  for (auto& e : entries) target.addItem(e);
+  appendEntries(target, std::move(entries));
   if (target.listCount() == 0)
     ui::msgBox(program.services, "No body parts in this file!", "Note!", ui::Buttons::OK,
                ui::Icon::Exclamation);
@@ -213,8 +224,8 @@ void ListAllChannels(Program& program, const std::string& path) {
     }
   }
   in.close();
-  for (auto& e : lists.reorder) form.ListChannelsReorder.addItem(e);
-  for (auto& e : lists.channels) form.ListChannels.addItem(e);
+  appendEntries(form.ListChannelsReorder, std::move(lists.reorder));
+  appendEntries(form.ListChannels, std::move(lists.channels));
   if (form.ListChannels.listCount() == 0) {
     form.ListChannels.setForeColor(ui::kRed);
     form.ListChannels.addItem("NO CHANNELS IN CR2");

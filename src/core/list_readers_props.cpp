@@ -82,7 +82,7 @@ void listProps(Program& program, core::FigureScanner& in) {
     }
     values.push_back(value);
   }
-  for (auto& v : values) form.ListPropObj.addItem(v);
+  appendEntries(form.ListPropObj, std::move(values));
   if (form.ListPropObj.listCount() == 0) {
     form.ListPropObj.setForeColor(ui::kRed);
     form.ListPropObj.addItem("No Props in CR2");
@@ -247,9 +247,9 @@ void ListFileMaterials(Program& program, const std::string& path) {
   ui::Opening& form = program.opening;
   MaterialReader reader(program, path);
   reader.run();
-  for (auto& n : reader.names) form.ListMaterials.addItem(n);
-  for (auto& c : reader.colours) form.ListMATColors.addItem(c);
-  for (auto& h : reader.hiLites) form.ListMatHiLite.addItem(h);
+  appendEntries(form.ListMaterials, std::move(reader.names));
+  appendEntries(form.ListMATColors, std::move(reader.colours));
+  appendEntries(form.ListMatHiLite, std::move(reader.hiLites));
   if (form.ListMATColors.listCount() > 0)
     form.PictureMatColor.setBackColor(swatchColour(form.ListMATColors.list(0)));
   if (form.ListMatHiLite.listCount() > 0)
