@@ -71,13 +71,17 @@ TEST(FigureScanner, AgreesWithTheLineReader) {
         std::string b;
         bool more = scan.rawLine(a);
         ASSERT_EQ(more, ref.readRawLine(b));
-        if (more) ASSERT_EQ(std::string(a), b);
+        if (more) {
+          ASSERT_EQ(std::string(a), b);
+        }
       } else if (op == 1) {
         std::string_view a;
         std::string b;
         bool more = scan.field(a);
         ASSERT_EQ(more, ref.readField(b));
-        if (more) ASSERT_EQ(std::string(a), b);
+        if (more) {
+          ASSERT_EQ(std::string(a), b);
+        }
       } else {
         bool fields = op == 3;
         // The scanner passes over lines only from a line start; the reference is

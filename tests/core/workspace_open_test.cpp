@@ -96,7 +96,9 @@ TEST(WorkspaceOpen, LeadingBlanksAreChoppedWithinTheScannedLines) {
     w.open(file, {test::kNoBodyParts, test::kNoSkin});
     std::string text = readFile(file);
     EXPECT_EQ(text.find("  x") == std::string::npos, c.chopped);
-    if (c.chopped) EXPECT_NE(text.find("\r\n x\r\n"), std::string::npos);
+    if (c.chopped) {
+      EXPECT_NE(text.find("\r\n x\r\n"), std::string::npos);
+    }
     EXPECT_FALSE(std::filesystem::exists(w.t->currentDir / "Chop.doc"));
   }
 }
@@ -156,7 +158,9 @@ TEST(WorkspaceOpen, BadInputGivesAClearErrorAndChangesNoFile) {
     auto file = w.t.files() / c.name;
     if (c.error != 53) writeFile(file, c.bytes);
     w.open(file, {runTimeError(c.error)});
-    if (c.error != 53) EXPECT_EQ(readFile(file), c.bytes);
+    if (c.error != 53) {
+      EXPECT_EQ(readFile(file), c.bytes);
+    }
     EXPECT_FALSE(w.form().busy());
   }
 }
