@@ -1,12 +1,12 @@
 #include "editor/editor_save.h"
 
 #include <filesystem>
-#include <system_error>
 
 #include "core/figure_text.h"
 #include "core/line_writer.h"
 #include "core/runtime_error.h"
 #include "core/scratch_file.h"
+#include "core/scratch_move.h"
 #include "program/program.h"
 #include "ui/services.h"
 
@@ -15,17 +15,6 @@ namespace tolvane::editor {
 namespace {
 constexpr const char* kScratch = "\\EditorSave.tmp";
 
-// Moves the finished scratch copy to the target; across file systems it is copied.
-void moveScratch(const std::filesystem::path& scratch, const std::filesystem::path& target) {
-  std::error_code ec;
-  std::filesystem::rename(scratch, target, ec);
-  if (!ec) return;
-  if (ec != std::errc::cross_device_link) core::raiseError(core::kPathFileAccessError, target.string());
-  std::filesystem::copy_file(scratch, target, std::filesystem::copy_options::overwrite_existing, ec);
-  if (ec) core::raiseError(core::kPathFileAccessError, target.string());
-  core::deleteIgnoringErrors(scratch);
-}
-
 void writePane(Program& program, ui::TextPane& pane, const std::string& chosen) {
   std::filesystem::path scratch = program.workFile(kScratch);
   core::deleteIgnoringErrors(scratch);
@@ -33,10 +22,8 @@ void writePane(Program& program, ui::TextPane& pane, const std::string& chosen) 
     core::LineWriter out(scratch, core::LineWriter::Mode::Output);
     out.write(pane->text());
     out.close();
-    std::filesystem::path target = core::nativePath(chosen);
-    // The pane's own file goes first; any other file of the chosen name is replaced too.
-    if (core::fileExists(target)) core::killFile(target);
-    moveScratch(scratch, target);
+    // The pane's own file goes, and so does any other file of the chosen name.
+    core::moveScratchInto(scratch, core::nativePath(chosen), true);
   } catch (...) {
     core::deleteIgnoringErrors(scratch);
     throw;
