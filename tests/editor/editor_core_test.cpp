@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "core/scratch_file.h"
+#include "core/workspace.h"
 #include "editor_test_support.h"
 
 namespace tolvane {
@@ -51,11 +52,14 @@ TEST(EditorHandOver, EqualLabelsAndTheMtlOpenShowTheDestination) {
     EXPECT_EQ(f.form().caption(), f.dest);
   }
   {
-    EditorFixture f;
-    ASSERT_TRUE(f.t->onShowEditor);
-    f.t->onShowEditor();
+    EditorFixture f;  // an mtl file opened in the main form goes to the editor
+    std::string mtl = (f.t.files() / "ava.mtl").string();
+    writeFile(mtl, crlf({"newmtl skin", "Kd 1 1 1"}));
+    f.user().dialog(mtl);
+    OpenFile(*f.t);
     EXPECT_TRUE(f.form().visible());
-    EXPECT_EQ(f.form().LeftPaneFile, f.dest);
+    EXPECT_EQ(f.form().LeftPaneFile, mtl);
+    EXPECT_EQ(f.left()->text(), crlf({"newmtl skin", "Kd 1 1 1"}));
   }
   {
     EditorFixture f;  // nothing handed over
