@@ -184,11 +184,12 @@ void EditorWindow::keepPlacement() {
 }
 
 void EditorWindow::showEvent(QShowEvent* event) {
-  // The placement the form loaded from the settings; kept again as the window moves.
+  FormWindow::showEvent(event);
+  // The placement the form loaded from the settings store wins; it is kept again as
+  // the window moves.
   setGeometry(m_form.Left, m_form.Top, m_form.Width, m_form.Height);
   m_placed = true;
   refreshPanes();
-  FormWindow::showEvent(event);
 }
 
 void EditorWindow::moveEvent(QMoveEvent* event) {
