@@ -175,7 +175,7 @@ void EditorWindow::layoutPanes() {
 }
 
 void EditorWindow::keepPlacement() {
-  if (!m_placed || !isVisible()) return;
+  if (!m_placementApplied || !isVisible()) return;
   QRect g = geometry();
   m_form.Left = g.x();
   m_form.Top = g.y();
@@ -188,7 +188,7 @@ void EditorWindow::showEvent(QShowEvent* event) {
   // The placement the form loaded from the settings store wins; it is kept again as
   // the window moves.
   setGeometry(m_form.Left, m_form.Top, m_form.Width, m_form.Height);
-  m_placed = true;
+  m_placementApplied = true;
   refreshPanes();
 }
 

@@ -47,7 +47,7 @@ class EditorWindow : public FormWindow {
   QWidget* m_paneArea = nullptr;
   QListWidget* m_mru = nullptr;
   std::vector<std::string> m_mruItems;
-  bool m_placed = false;
+  bool m_placementApplied = false;
 };
 
 // Registers the window's factory under "FormEditor".
