@@ -1,0 +1,140 @@
+// The Qt side of Services and Settings: what a message box request turns into and the
+// answer the user's button gives, printing, outside programs, and the settings store.
+#include <QAbstractButton>
+#include <QApplication>
+#include <QFile>
+#include <QMessageBox>
+#include <QPrinter>
+#include <QStandardPaths>
+#include <QTest>
+#include <QTimer>
+
+#include "core/runtime_error.h"
+#include "gui/qt_services.h"
+#include "gui/qt_settings.h"
+#include "test_support.h"
+
+using namespace tolvane;
+using namespace tolvane::gui;
+
+class QtServicesTest : public QObject {
+  Q_OBJECT
+ private slots:
+  void messageBoxShowsTheRequest();
+  void pressedButtonIsTheAnswer();
+  void printsTextToPdf();
+  void dialogFilterTakesTheBarForm();
+  void windowsProgramsNeedWine();
+  void settingsRoundTripAndUnwritableStore();
+};
+
+void QtServicesTest::messageBoxShowsTheRequest() {
+  using B = QMessageBox::StandardButton;
+  struct Case {
+    ui::Buttons buttons;
+    ui::Icon icon;
+    QMessageBox::StandardButtons qtButtons;
+    QMessageBox::Icon qtIcon;
+  };
+  const Case cases[] = {
+      {ui::Buttons::OK, ui::Icon::None, B::Ok, QMessageBox::NoIcon},
+      {ui::Buttons::OKCancel, ui::Icon::Exclamation, B::Ok | B::Cancel, QMessageBox::Warning},
+      {ui::Buttons::YesNo, ui::Icon::Question, B::Yes | B::No, QMessageBox::Question},
+      {ui::Buttons::YesNoCancel, ui::Icon::Information, B::Yes | B::No | B::Cancel, QMessageBox::Information},
+      {ui::Buttons::AbortRetryIgnore, ui::Icon::Critical, B::Abort | B::Retry | B::Ignore, QMessageBox::Critical},
+      {ui::Buttons::RetryCancel, ui::Icon::Critical, B::Retry | B::Cancel, QMessageBox::Critical},
+  };
+  for (const Case& c : cases) {
+    ui::Message m{"Save path changes before exit?\r\nSecond line \x93quoted\x94", "Alert!", c.buttons, c.icon};
+    auto box = QtServices::makeMessageBox(m, nullptr);
+    QCOMPARE(box->windowTitle(), QString("Alert!"));
+    QCOMPARE(box->text(), QString::fromUtf8("Save path changes before exit?\nSecond line “quoted”"));
+    QCOMPARE(box->standardButtons(), c.qtButtons);
+    QCOMPARE(box->icon(), c.qtIcon);
+  }
+}
+
+void QtServicesTest::pressedButtonIsTheAnswer() {
+  struct Case {
+    ui::Buttons buttons;
+    QMessageBox::StandardButton press;
+    ui::Answer answer;
+  };
+  const Case cases[] = {
+      {ui::Buttons::YesNo, QMessageBox::No, ui::Answer::No},
+      {ui::Buttons::YesNo, QMessageBox::Yes, ui::Answer::Yes},
+      {ui::Buttons::OKCancel, QMessageBox::Cancel, ui::Answer::Cancel},
+      {ui::Buttons::AbortRetryIgnore, QMessageBox::Retry, ui::Answer::Retry},
+      {ui::Buttons::OK, QMessageBox::Ok, ui::Answer::OK},
+  };
+  QtServices services;
+  for (const Case& c : cases) {
+    QTimer::singleShot(10, [&] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      if (box != nullptr) box->button(c.press)->click();
+    });
+    QCOMPARE(services.message({"Question?", "Confirm!", c.buttons, ui::Icon::Question}), c.answer);
+  }
+}
+
+void QtServicesTest::printsTextToPdf() {
+  test::TempDir dir;
+  QString pdf = QString::fromStdString((dir / "listing.pdf").string());
+  QPrinter printer(QPrinter::HighResolution);
+  printer.setOutputFormat(QPrinter::PdfFormat);
+  printer.setOutputFileName(pdf);
+  ui::PrintJob job{"Inventory", "Runtime\\Geometries\\Vicky.obj\r\nRuntime\\textures\\skin.jpg\r\n", "Courier", 10};
+  QtServices::printText(printer, job);
+  QFile file(pdf);
+  QVERIFY(file.open(QIODevice::ReadOnly));
+  QByteArray head = file.read(5);
+  QCOMPARE(head, QByteArray("%PDF-"));
+  QVERIFY(file.size() > 500);
+}
+
+void QtServicesTest::dialogFilterTakesTheBarForm() {
+  QCOMPARE(QtServices::dialogFilter(""), QString());
+  QCOMPARE(QtServices::dialogFilter("Figures|*.cr2|All files|*.*"), QString("Figures (*.cr2);;All files (*.*)"));
+  QCOMPARE(QtServices::dialogFilter("Poses|*.pz2;*.fc2"), QString("Poses (*.pz2 *.fc2)"));
+  QCOMPARE(QtServices::dialogFilter("Images (*.bmp)"), QString("Images (*.bmp)"));
+}
+
+void QtServicesTest::windowsProgramsNeedWine() {
+  if (!QStandardPaths::findExecutable("wine").isEmpty()) QSKIP("wine is installed here");
+  QtServices services;
+  QVERIFY(!services.startProcess("/opt/Poser/Poser.exe", {}));
+  services.playSound("/nonexistent/Quillmere3.wav");  // a missing sound is no error
+}
+
+void QtServicesTest::settingsRoundTripAndUnwritableStore() {
+  test::TempDir dir;
+  QString ini = QString::fromStdString((dir / "settings.ini").string());
+  {
+    QtSettings settings(ini);
+    QCOMPARE(settings.get("Tolvane", "Startup", "PLoc", "0"), std::string("0"));
+    settings.save("Tolvane", "Startup", "PLoc", "C:\\Program Files\\Poser\\");
+    settings.save("Tolvane", "MRUFiles", "0", "/home/me/figures/a, b.cr2");
+  }
+  QtSettings again(ini);
+  QCOMPARE(again.get("Tolvane", "Startup", "PLoc", "0"), std::string("C:\\Program Files\\Poser\\"));
+  QCOMPARE(again.get("Tolvane", "MRUFiles", "0", ""), std::string("/home/me/figures/a, b.cr2"));
+  QCOMPARE(again.get("Tolvane", "MRUFiles", "1", ""), std::string());
+
+  // A store under a plain file cannot be written.
+  test::writeFile(dir / "plain", "x");
+  QtSettings blocked(QString::fromStdString((dir / "plain" / "settings.ini").string()));
+  bool threw = false;
+  try {
+    blocked.save("Tolvane", "Startup", "Ver", "5.0");
+  } catch (const core::RuntimeError&) {
+    threw = true;
+  }
+  QVERIFY(threw);
+}
+
+int runQtServicesTests(int argc, char** argv) {
+  QtServicesTest test;
+  return QTest::qExec(&test, argc, argv);
+}
+
+#include "qt_services_test.moc"
