@@ -38,30 +38,36 @@ std::unique_ptr<ControlBinder> makeBinder(FormBinding& binding, ui::Control& con
   using K = ui::ControlKind;
   switch (control.kind()) {
     case K::Label:
-      return std::make_unique<LabelBinder>(binding, model<ui::Label>(control), need<QWidget>(target, control));
+      return std::make_unique<LabelBinder>(binding, model<ui::Label>(control),
+                                           need<QWidget>(target, control));
     case K::TextBox:
     case K::TextPane:
-      return std::make_unique<TextBoxBinder>(binding, model<ui::TextBox>(control), need<QWidget>(target, control));
+      return std::make_unique<TextBoxBinder>(binding, model<ui::TextBox>(control),
+                                             need<QWidget>(target, control));
     case K::ListBox:
-      return std::make_unique<ListBinder>(binding, model<ui::ListBox>(control), need<QListWidget>(target, control));
+      return std::make_unique<ListBinder>(binding, model<ui::ListBox>(control),
+                                          need<QListWidget>(target, control));
     case K::Picture:
       if (auto* button = qobject_cast<PictureButton*>(target))
         return std::make_unique<PictureBinder>(binding, model<ui::Picture>(control), button);
       return std::make_unique<PlainBinder>(binding, control, need<QWidget>(target, control));
     case K::CheckBox:
     case K::Option:
-      return std::make_unique<CheckBinder>(binding, model<ui::CheckBox>(control), need<QWidget>(target, control));
+      return std::make_unique<CheckBinder>(binding, model<ui::CheckBox>(control),
+                                           need<QWidget>(target, control));
     case K::Menu:
       if (auto* menu = qobject_cast<QMenu*>(target))
         return std::make_unique<MenuBinder>(binding, model<ui::MenuItem>(control), menu->menuAction(), menu);
-      return std::make_unique<MenuBinder>(binding, model<ui::MenuItem>(control), need<QAction>(target, control),
-                                          nullptr);
+      return std::make_unique<MenuBinder>(binding, model<ui::MenuItem>(control),
+                                          need<QAction>(target, control), nullptr);
     case K::Timer:
       return std::make_unique<TimerBinder>(binding, model<ui::Timer>(control));
     case K::Slider:
-      return std::make_unique<SliderBinder>(binding, model<ui::Slider>(control), need<QSlider>(target, control));
+      return std::make_unique<SliderBinder>(binding, model<ui::Slider>(control),
+                                            need<QSlider>(target, control));
     case K::ComboBox:
-      return std::make_unique<ComboBinder>(binding, model<ui::ComboBox>(control), need<QComboBox>(target, control));
+      return std::make_unique<ComboBinder>(binding, model<ui::ComboBox>(control),
+                                           need<QComboBox>(target, control));
     case K::Frame:
     case K::Image:
       return std::make_unique<PlainBinder>(binding, control, need<QWidget>(target, control));
@@ -291,7 +297,8 @@ void MenuBinder::applyVisible(bool visible) { m_action->setVisible(visible); }
 
 void MenuBinder::applyEnabled(bool enabled) { m_action->setEnabled(enabled); }
 
-TimerBinder::TimerBinder(FormBinding& binding, ui::Timer& timer) : ControlBinder(binding, timer, nullptr), m_model(timer) {
+TimerBinder::TimerBinder(FormBinding& binding, ui::Timer& timer)
+    : ControlBinder(binding, timer, nullptr), m_model(timer) {
   connect(&m_timer, &QTimer::timeout, this, [this] { fire(EventKind::Timer); });
 }
 

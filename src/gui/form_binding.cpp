@@ -89,7 +89,9 @@ void ControlBinder::applyTop(int top) {
     m_widget->move(m_widget->x(), top);
 }
 
-bool ControlBinder::fire(EventKind kind, const EventArgs& args) { return m_binding.fire(&m_control, kind, args); }
+bool ControlBinder::fire(EventKind kind, const EventArgs& args) {
+  return m_binding.fire(&m_control, kind, args);
+}
 
 void ControlBinder::watchInput(QWidget* source, bool clickOnRelease) {
   m_clickOnRelease = clickOnRelease;

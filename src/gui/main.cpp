@@ -14,7 +14,8 @@ int main(int argc, char** argv) {
 
   tolvane::gui::QtServices services;
   tolvane::gui::QtSettings settings;
-  tolvane::Program program(services, settings, tolvane::gui::programOptions(QApplication::arguments().mid(1)));
+  tolvane::Program program(services, settings,
+                           tolvane::gui::programOptions(QApplication::arguments().mid(1)));
   tolvane::gui::MainWindow window(program);
   services.setWindow(&window);
   window.show();

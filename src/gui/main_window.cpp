@@ -168,7 +168,8 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
     if (watched == widgetFor("ListActors")) removeSelected(o.ListActors);
     if (watched == widgetFor("ListChannels")) removeSelected(o.ListChannels);
   }
-  if (event->type() == QEvent::Show && (watched == widgetFor("ListMRU") || watched == widgetFor("ListAllTexMaps")))
+  if (event->type() == QEvent::Show &&
+      (watched == widgetFor("ListMRU") || watched == widgetFor("ListAllTexMaps")))
     placePopUp(static_cast<QWidget*>(watched));
   return QMainWindow::eventFilter(watched, event);
 }

@@ -23,7 +23,7 @@ class Program;
 namespace tolvane::ui {
 class Control;
 class ListBox;
-}
+}  // namespace tolvane::ui
 
 namespace tolvane::gui {
 

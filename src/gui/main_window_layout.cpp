@@ -102,8 +102,7 @@ void MainWindow::buildMenus() {
 
 QWidget* MainWindow::buildHeader() {
   ui::Opening& o = m_program.opening;
-  auto* header = new QFrame;
-  header->setFrameShape(QFrame::StyledPanel);
+  auto* header = new QWidget;
   auto* row = new QHBoxLayout(header);
   row->setContentsMargins(8, 4, 8, 4);
   QWidget* fileName = label(o.LabelFileName, true);
@@ -148,8 +147,9 @@ QWidget* MainWindow::buildBody() {
   auto* tools = new QVBoxLayout;
   tools->setSpacing(4);
   tools->addSpacing(20);
-  for (ui::Picture* p : {&o.PictureViewChannels, &o.PictureCopyToDest, &o.PictureTrash, &o.PictureJoints,
-                         &o.PictureEMC, &o.PictureChangeRatio, &o.PictureEditor, &o.PictureChannelReorderDone})
+  for (ui::Picture* p :
+       {&o.PictureViewChannels, &o.PictureCopyToDest, &o.PictureTrash, &o.PictureJoints, &o.PictureEMC,
+        &o.PictureChangeRatio, &o.PictureEditor, &o.PictureChannelReorderDone})
     tools->addWidget(picture(*p));
   tools->addStretch();
   panes->addLayout(tools);
@@ -165,7 +165,11 @@ QWidget* MainWindow::buildBody() {
   panes->addLayout(m_workLists, 2);
   row->addWidget(page, 4);
 
-  auto* column = new QVBoxLayout;
+  // The OBJ tools keep the right edge also when neither the splash nor the figure page shows.
+  auto* columnBox = new QWidget;
+  columnBox->setFixedWidth(128);
+  auto* column = new QVBoxLayout(columnBox);
+  column->setContentsMargins(0, 0, 0, 0);
   column->setSpacing(4);
   auto* results = new QHBoxLayout;
   for (ui::Picture* p : {&o.PictureBrktsOK, &o.PictureBrktLeft, &o.PictureBrktRight})
@@ -178,7 +182,8 @@ QWidget* MainWindow::buildBody() {
                          &o.PictureMapViewer, &o.PictureMirror})
     column->addWidget(picture(*p), 0, Qt::AlignHCenter);
   column->addStretch();
-  row->addLayout(column);
+  row->addStretch(0);
+  row->addWidget(columnBox);
   return body;
 }
 
@@ -284,21 +289,39 @@ void MainWindow::bindRemaining() {
     using K = ui::ControlKind;
     QObject* target = nullptr;
     switch (c->kind()) {
-      case K::Menu: target = menuAction(m_menus["MenuCR2Tools"]); break;
-      case K::Timer: break;
+      case K::Menu:
+        target = menuAction(m_menus["MenuCR2Tools"]);
+        break;
+      case K::Timer:
+        break;
       case K::Picture: {
         auto* button = new PictureButton(nullptr, 40);
         m_objTools->insertWidget(m_objTools->count() - 1, button, 0, Qt::AlignHCenter);
         target = button;
         break;
       }
-      case K::ListBox: target = new LineList; m_workLists->addWidget(static_cast<QWidget*>(target)); break;
-      case K::TextBox: target = new QLineEdit; break;
-      case K::CheckBox: target = new QCheckBox; break;
-      case K::Option: target = new QRadioButton; break;
-      case K::Slider: target = new QSlider(Qt::Horizontal); break;
-      case K::ComboBox: target = new QComboBox; break;
-      default: target = new QLabel; break;
+      case K::ListBox:
+        target = new LineList;
+        m_workLists->addWidget(static_cast<QWidget*>(target));
+        break;
+      case K::TextBox:
+        target = new QLineEdit;
+        break;
+      case K::CheckBox:
+        target = new QCheckBox;
+        break;
+      case K::Option:
+        target = new QRadioButton;
+        break;
+      case K::Slider:
+        target = new QSlider(Qt::Horizontal);
+        break;
+      case K::ComboBox:
+        target = new QComboBox;
+        break;
+      default:
+        target = new QLabel;
+        break;
     }
     if (auto* w = qobject_cast<QWidget*>(target)) {
       w->setObjectName(QString::fromStdString(c->name()));

@@ -19,7 +19,8 @@ QString linesSource(const QMimeData* mime) {
   return QString::fromUtf8(mime->data(kLinesMimeType));
 }
 
-PictureButton::PictureButton(QWidget* parent, int side) : QWidget(parent), m_colour(255, 224, 192), m_side(side) {
+PictureButton::PictureButton(QWidget* parent, int side)
+    : QWidget(parent), m_colour(255, 224, 192), m_side(side) {
   setFixedSize(side, side);
   setCursor(Qt::PointingHandCursor);
 }

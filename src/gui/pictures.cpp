@@ -29,19 +29,22 @@ void cube(QPainter& p, double s) {
 
 const std::map<std::string, Draw>& drawings() {
   static const std::map<std::string, Draw> table = {
-      {"PictureViewChannels", [](QPainter& p) {
+      {"PictureViewChannels",
+       [](QPainter& p) {
          p.setPen(QPen(kInk, 2));
          lines(p, 4, 6, 14, 4);
          p.setPen(QPen(kBlue, 3));
          p.drawEllipse(QPointF(20, 18), 6, 6);
          p.drawLine(24, 22, 29, 28);
        }},
-      {"PictureCopyToDest", [](QPainter& p) {
+      {"PictureCopyToDest",
+       [](QPainter& p) {
          p.setPen(Qt::NoPen);
          p.setBrush(kGreen);
          p.drawPolygon(QPolygonF({{3, 16}, {15, 5}, {15, 11}, {28, 11}, {28, 21}, {15, 21}, {15, 27}}));
        }},
-      {"PictureTrash", [](QPainter& p) {
+      {"PictureTrash",
+       [](QPainter& p) {
          p.setPen(QPen(kInk, 2));
          p.setBrush(QColor(170, 176, 186));
          p.drawPolygon(QPolygonF({{8, 9}, {24, 9}, {22, 29}, {10, 29}}));
@@ -49,7 +52,8 @@ const std::map<std::string, Draw>& drawings() {
          p.drawRect(13, 3, 6, 4);
          for (int x : {12, 16, 20}) p.drawLine(x, 12, x, 26);
        }},
-      {"PictureJoints", [](QPainter& p) {
+      {"PictureJoints",
+       [](QPainter& p) {
          p.setPen(QPen(kInk, 4, Qt::SolidLine, Qt::RoundCap));
          p.drawLine(5, 26, 15, 15);
          p.drawLine(15, 15, 27, 9);
@@ -57,7 +61,8 @@ const std::map<std::string, Draw>& drawings() {
          p.setBrush(QColor(255, 210, 120));
          p.drawEllipse(QPointF(15, 15), 5, 5);
        }},
-      {"PictureEMC", [](QPainter& p) {
+      {"PictureEMC",
+       [](QPainter& p) {
          p.setPen(QPen(kInk, 2));
          p.setBrush(QColor(220, 225, 235));
          p.drawEllipse(QPointF(12, 19), 8, 8);
@@ -67,7 +72,8 @@ const std::map<std::string, Draw>& drawings() {
          p.drawLine(28, 5, 23, 5);
          p.drawLine(28, 5, 28, 10);
        }},
-      {"PictureEditor", [](QPainter& p) {
+      {"PictureEditor",
+       [](QPainter& p) {
          p.setPen(QPen(kInk, 1.5));
          p.setBrush(Qt::white);
          p.drawRect(5, 3, 18, 26);
@@ -75,7 +81,8 @@ const std::map<std::string, Draw>& drawings() {
          p.setPen(QPen(QColor(210, 150, 30), 4, Qt::SolidLine, Qt::RoundCap));
          p.drawLine(16, 27, 28, 13);
        }},
-      {"PictureChangeRatio", [](QPainter& p) {
+      {"PictureChangeRatio",
+       [](QPainter& p) {
          p.setPen(QPen(kInk, 2));
          p.drawLine(4, 22, 28, 22);
          p.setBrush(kBlue);
@@ -86,7 +93,8 @@ const std::map<std::string, Draw>& drawings() {
          p.setFont(f);
          p.drawText(QRect(2, 2, 28, 13), Qt::AlignCenter, "1:2");
        }},
-      {"PictureRenameMorph", [](QPainter& p) {
+      {"PictureRenameMorph",
+       [](QPainter& p) {
          QFont f = p.font();
          f.setPixelSize(15);
          f.setBold(true);
@@ -98,22 +106,26 @@ const std::map<std::string, Draw>& drawings() {
          p.drawLine(22, 5, 28, 5);
          p.drawLine(22, 27, 28, 27);
        }},
-      {"PictureChannelReorderDone", [](QPainter& p) {
+      {"PictureChannelReorderDone",
+       [](QPainter& p) {
          p.setPen(QPen(kGreen, 4, Qt::SolidLine, Qt::RoundCap));
          p.drawPolyline(QPolygonF({{6, 17}, {13, 25}, {27, 7}}));
        }},
-      {"PictureOBJView", [](QPainter& p) {
+      {"PictureOBJView",
+       [](QPainter& p) {
          p.setPen(QPen(kBlue, 1.6));
          cube(p, 1.0);
          p.drawLine(6, 12, 20, 26);
        }},
-      {"PictureOBJExtract", [](QPainter& p) {
+      {"PictureOBJExtract",
+       [](QPainter& p) {
          p.setPen(QPen(kBlue, 1.6));
          cube(p, 1.0);
          p.setPen(QPen(kGreen, 3));
          p.drawLine(13, 19, 29, 29);
        }},
-      {"PictureScaleObj", [](QPainter& p) {
+      {"PictureScaleObj",
+       [](QPainter& p) {
          p.setPen(QPen(kBlue, 1.6));
          cube(p, 1.0);
          p.setPen(QPen(kRed, 2));
@@ -121,21 +133,25 @@ const std::map<std::string, Draw>& drawings() {
          p.drawLine(29, 3, 23, 3);
          p.drawLine(29, 3, 29, 9);
        }},
-      {"PictureMash", [](QPainter& p) {
+      {"PictureMash",
+       [](QPainter& p) {
          p.setPen(QPen(kInk, 2));
          p.setBrush(QColor(150, 110, 70));
          p.drawRect(14, 12, 4, 17);
          p.setBrush(QColor(120, 125, 135));
          p.drawRect(5, 4, 22, 9);
        }},
-      {"PictureMapViewer", [](QPainter& p) {
+      {"PictureMapViewer",
+       [](QPainter& p) {
          for (int y = 0; y < 4; ++y)
            for (int x = 0; x < 4; ++x)
-             p.fillRect(4 + x * 6, 4 + y * 6, 6, 6, (x + y) % 2 ? QColor(235, 235, 235) : QColor(90, 150, 90));
+             p.fillRect(4 + x * 6, 4 + y * 6, 6, 6,
+                        (x + y) % 2 ? QColor(235, 235, 235) : QColor(90, 150, 90));
          p.setPen(QPen(kRed, 1.5));
          p.drawPolygon(QPolygonF({{8, 24}, {22, 8}, {27, 26}}));
        }},
-      {"PictureMirror", [](QPainter& p) {
+      {"PictureMirror",
+       [](QPainter& p) {
          p.setPen(QPen(kInk, 1, Qt::DashLine));
          p.drawLine(16, 2, 16, 30);
          p.setPen(Qt::NoPen);
@@ -144,7 +160,8 @@ const std::map<std::string, Draw>& drawings() {
          p.setBrush(QColor(140, 170, 230));
          p.drawPolygon(QPolygonF({{19, 6}, {19, 26}, {29, 26}}));
        }},
-      {"PictureBrktsOK", [](QPainter& p) {
+      {"PictureBrktsOK",
+       [](QPainter& p) {
          QFont f = p.font();
          f.setPixelSize(20);
          f.setBold(true);
@@ -152,7 +169,8 @@ const std::map<std::string, Draw>& drawings() {
          p.setPen(kGreen);
          p.drawText(QRect(0, 0, 32, 32), Qt::AlignCenter, "{ }");
        }},
-      {"PictureBrktLeft", [](QPainter& p) {
+      {"PictureBrktLeft",
+       [](QPainter& p) {
          QFont f = p.font();
          f.setPixelSize(20);
          f.setBold(true);
@@ -160,7 +178,8 @@ const std::map<std::string, Draw>& drawings() {
          p.setPen(kRed);
          p.drawText(QRect(0, 0, 32, 32), Qt::AlignCenter, "? }");
        }},
-      {"PictureBrktRight", [](QPainter& p) {
+      {"PictureBrktRight",
+       [](QPainter& p) {
          QFont f = p.font();
          f.setPixelSize(20);
          f.setBold(true);
@@ -168,7 +187,8 @@ const std::map<std::string, Draw>& drawings() {
          p.setPen(kRed);
          p.drawText(QRect(0, 0, 32, 32), Qt::AlignCenter, "{ ?");
        }},
-      {"PicturePushPin", [](QPainter& p) {
+      {"PicturePushPin",
+       [](QPainter& p) {
          p.setPen(QPen(kInk, 2));
          p.drawLine(16, 18, 16, 30);
          p.setBrush(kRed);
@@ -235,10 +255,10 @@ QImage splashImage(int width, int height) {
   double s = height / 300.0;
   double cx = width * 0.72;
   auto at = [&](double x, double y) { return QPointF(cx + x * s, y * s); };
-  const QPointF joints[] = {at(0, 60),   at(0, 95),   at(0, 150),  at(-30, 100), at(-55, 140), at(30, 100),
-                            at(62, 80),  at(-18, 150), at(-25, 205), at(-30, 260), at(18, 150), at(35, 205),
-                            at(28, 260)};
-  const int bones[][2] = {{0, 1}, {1, 2}, {1, 3}, {3, 4}, {1, 5}, {5, 6},
+  const QPointF joints[] = {at(0, 60),   at(0, 95),   at(0, 150),   at(-30, 100), at(-55, 140),
+                            at(30, 100), at(62, 80),  at(-18, 150), at(-25, 205), at(-30, 260),
+                            at(18, 150), at(35, 205), at(28, 260)};
+  const int bones[][2] = {{0, 1}, {1, 2}, {1, 3}, {3, 4},  {1, 5},   {5, 6},
                           {2, 7}, {7, 8}, {8, 9}, {2, 10}, {10, 11}, {11, 12}};
   p.setPen(QPen(QColor(220, 230, 245), 5 * s, Qt::SolidLine, Qt::RoundCap));
   for (const auto& b : bones) p.drawLine(joints[b[0]], joints[b[1]]);
@@ -252,15 +272,17 @@ QImage splashImage(int width, int height) {
   title.setBold(true);
   p.setFont(title);
   p.setPen(Qt::white);
-  p.drawText(QRectF(width * 0.06, height * 0.25, width * 0.6, 70 * s), Qt::AlignLeft | Qt::AlignVCenter, "Tolvane");
+  p.drawText(QRectF(width * 0.06, height * 0.25, width * 0.6, 70 * s), Qt::AlignLeft | Qt::AlignVCenter,
+             "Tolvane");
   QFont sub = title;
   sub.setPixelSize(static_cast<int>(17 * s));
   sub.setBold(false);
   p.setFont(sub);
   p.setPen(QColor(200, 215, 240));
-  p.drawText(QRectF(width * 0.06, height * 0.25 + 72 * s, width * 0.6, 60 * s), Qt::AlignLeft | Qt::TextWordWrap,
-             "Workbench for Poser figures, poses, props and scenes");
-  p.drawText(QRectF(width * 0.06, height * 0.82, width * 0.6, 24 * s), Qt::AlignLeft, "Ver. 5.0  -  File, Open to begin");
+  p.drawText(QRectF(width * 0.06, height * 0.25 + 72 * s, width * 0.6, 60 * s),
+             Qt::AlignLeft | Qt::TextWordWrap, "Workbench for Poser figures, poses, props and scenes");
+  p.drawText(QRectF(width * 0.06, height * 0.82, width * 0.6, 24 * s), Qt::AlignLeft,
+             "Ver. 5.0  -  File, Open to begin");
   return image;
 }
 

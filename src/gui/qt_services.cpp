@@ -26,20 +26,42 @@ std::unique_ptr<QMessageBox> QtServices::makeMessageBox(const ui::Message& messa
   using B = QMessageBox::StandardButton;
   QMessageBox::StandardButtons buttons = B::Ok;
   switch (message.buttons) {
-    case ui::Buttons::OK: buttons = B::Ok; break;
-    case ui::Buttons::OKCancel: buttons = B::Ok | B::Cancel; break;
-    case ui::Buttons::YesNo: buttons = B::Yes | B::No; break;
-    case ui::Buttons::YesNoCancel: buttons = B::Yes | B::No | B::Cancel; break;
-    case ui::Buttons::AbortRetryIgnore: buttons = B::Abort | B::Retry | B::Ignore; break;
-    case ui::Buttons::RetryCancel: buttons = B::Retry | B::Cancel; break;
+    case ui::Buttons::OK:
+      buttons = B::Ok;
+      break;
+    case ui::Buttons::OKCancel:
+      buttons = B::Ok | B::Cancel;
+      break;
+    case ui::Buttons::YesNo:
+      buttons = B::Yes | B::No;
+      break;
+    case ui::Buttons::YesNoCancel:
+      buttons = B::Yes | B::No | B::Cancel;
+      break;
+    case ui::Buttons::AbortRetryIgnore:
+      buttons = B::Abort | B::Retry | B::Ignore;
+      break;
+    case ui::Buttons::RetryCancel:
+      buttons = B::Retry | B::Cancel;
+      break;
   }
   QMessageBox::Icon icon = QMessageBox::NoIcon;
   switch (message.icon) {
-    case ui::Icon::None: icon = QMessageBox::NoIcon; break;
-    case ui::Icon::Critical: icon = QMessageBox::Critical; break;
-    case ui::Icon::Question: icon = QMessageBox::Question; break;
-    case ui::Icon::Exclamation: icon = QMessageBox::Warning; break;
-    case ui::Icon::Information: icon = QMessageBox::Information; break;
+    case ui::Icon::None:
+      icon = QMessageBox::NoIcon;
+      break;
+    case ui::Icon::Critical:
+      icon = QMessageBox::Critical;
+      break;
+    case ui::Icon::Question:
+      icon = QMessageBox::Question;
+      break;
+    case ui::Icon::Exclamation:
+      icon = QMessageBox::Warning;
+      break;
+    case ui::Icon::Information:
+      icon = QMessageBox::Information;
+      break;
   }
   auto box = std::make_unique<QMessageBox>(icon, fromBytes(message.title), fromBytesMultiLine(message.text),
                                            buttons, parent);
@@ -49,13 +71,20 @@ std::unique_ptr<QMessageBox> QtServices::makeMessageBox(const ui::Message& messa
 
 ui::Answer QtServices::answerOf(int standardButton) {
   switch (standardButton) {
-    case QMessageBox::Ok: return ui::Answer::OK;
-    case QMessageBox::Yes: return ui::Answer::Yes;
-    case QMessageBox::No: return ui::Answer::No;
-    case QMessageBox::Abort: return ui::Answer::Abort;
-    case QMessageBox::Retry: return ui::Answer::Retry;
-    case QMessageBox::Ignore: return ui::Answer::Ignore;
-    default: return ui::Answer::Cancel;
+    case QMessageBox::Ok:
+      return ui::Answer::OK;
+    case QMessageBox::Yes:
+      return ui::Answer::Yes;
+    case QMessageBox::No:
+      return ui::Answer::No;
+    case QMessageBox::Abort:
+      return ui::Answer::Abort;
+    case QMessageBox::Retry:
+      return ui::Answer::Retry;
+    case QMessageBox::Ignore:
+      return ui::Answer::Ignore;
+    default:
+      return ui::Answer::Cancel;
   }
 }
 
@@ -104,8 +133,8 @@ std::optional<std::string> QtServices::fileDialog(const ui::FileDialogRequest& r
 std::optional<std::string> QtServices::inputLine(const std::string& prompt, const std::string& title,
                                                  const std::string& initial) {
   bool ok = false;
-  QString text = QInputDialog::getText(m_window, fromBytes(title), fromBytesMultiLine(prompt), QLineEdit::Normal,
-                                       fromBytes(initial), &ok);
+  QString text = QInputDialog::getText(m_window, fromBytes(title), fromBytesMultiLine(prompt),
+                                       QLineEdit::Normal, fromBytes(initial), &ok);
   if (!ok) return std::nullopt;
   return toBytes(text);
 }

@@ -26,7 +26,8 @@ std::unique_ptr<QSettings> windowSettings() {
 
 QtSettings::QtSettings() : m_store(windowSettings()) {}
 
-QtSettings::QtSettings(const QString& iniFile) : m_store(std::make_unique<QSettings>(iniFile, QSettings::IniFormat)) {}
+QtSettings::QtSettings(const QString& iniFile)
+    : m_store(std::make_unique<QSettings>(iniFile, QSettings::IniFormat)) {}
 
 std::string QtSettings::get(const std::string& app, const std::string& section, const std::string& key,
                             const std::string& fallback) {

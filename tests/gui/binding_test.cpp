@@ -42,14 +42,19 @@ void BindingTest::modelChangesShowInTheWidgets() {
       {"label caption", [&] { o.LabelFileName.setCaption("...\\Runtime\\Libraries\\Vicky.cr2"); },
        [&] { return f.widget<QLabel>("LabelFileName")->text() == "...\\Runtime\\Libraries\\Vicky.cr2"; }},
       {"label turns red (BGR 0000FF)", [&] { o.LabelMainTex.setForeColor(ui::kRed); },
-       [&] { return f.widget<QLabel>("LabelMainTex")->palette().color(QPalette::WindowText) == QColor(255, 0, 0); }},
+       [&] {
+         return f.widget<QLabel>("LabelMainTex")->palette().color(QPalette::WindowText) == QColor(255, 0, 0);
+       }},
       {"tool picture on (BGR 008000)", [&] { o.PictureViewChannels.setBackColor(ui::kToolOn); },
        [&] { return f.widget<PictureButton>("PictureViewChannels")->colour() == QColor(0, 128, 0); }},
       {"swatch colour (BGR C0E0FF)", [&] { o.PictureJoints.setBackColor(ui::kToolRest); },
        [&] { return f.widget<PictureButton>("PictureJoints")->colour() == QColor(255, 224, 192); }},
       {"text box", [&] { o.TextMainOBJ.setText(":Runtime:Geometries:Vicky:Vicky.obj"); },
        [&] { return f.widget<QLineEdit>("TextMainOBJ")->text() == ":Runtime:Geometries:Vicky:Vicky.obj"; }},
-      {"list lines", [&] { o.ListActors.setItems({" BODY:1 * 13", "    hip:1 * 112"}); },
+      {"list lines",
+       [&] {
+         o.ListActors.setItems({" BODY:1 * 13", "    hip:1 * 112"});
+       },
        [&] {
          auto* l = f.widget<QListWidget>("ListActors");
          return l->count() == 2 && l->item(1)->text() == "    hip:1 * 112";
@@ -57,9 +62,13 @@ void BindingTest::modelChangesShowInTheWidgets() {
       {"list selection", [&] { o.ListActors.setSelected(1, true); },
        [&] { return f.widget<QListWidget>("ListActors")->item(1)->isSelected(); }},
       {"list text colour (BGR 400000)", [&] { o.ListPropObj.setForeColor(0x400000); },
-       [&] { return f.widget<QListWidget>("ListPropObj")->palette().color(QPalette::Text) == QColor(0, 0, 64); }},
+       [&] {
+         return f.widget<QListWidget>("ListPropObj")->palette().color(QPalette::Text) == QColor(0, 0, 64);
+       }},
       {"tool tip", [&] { o.TextMainOBJ.setToolTip("/Poser/Runtime/Geometries/Vicky.obj"); },
-       [&] { return f.widget<QLineEdit>("TextMainOBJ")->toolTip() == "/Poser/Runtime/Geometries/Vicky.obj"; }},
+       [&] {
+         return f.widget<QLineEdit>("TextMainOBJ")->toolTip() == "/Poser/Runtime/Geometries/Vicky.obj";
+       }},
       {"hidden", [&] { o.PictureTrash.setVisible(false); },
        [&] { return !f.window->widgetFor("PictureTrash")->isVisible(); }},
       {"disabled", [&] { o.PictureJoints.setEnabled(false); },
@@ -140,9 +149,6 @@ void BindingTest::textConversionKeepsEveryByte() {
   QCOMPARE(keyCode(Qt::Key_Escape), 27);
 }
 
-int runBindingTests(int argc, char** argv) {
-  BindingTest test;
-  return QTest::qExec(&test, argc, argv);
-}
+QObject* newBindingTest() { return new BindingTest; }
 
 #include "binding_test.moc"

@@ -36,9 +36,9 @@ WindowFixture::~WindowFixture() {
 void WindowFixture::showFigurePage() {
   ui::Opening& o = opening();
   for (ui::Control* c : std::initializer_list<ui::Control*>{
-           &o.FrameFigurePage, &o.FramePaths, &o.ListActors, &o.ListChannels, &o.LabelBodyParts, &o.PictureTrash,
-           &o.PictureViewChannels, &o.PictureJoints, &o.LabelFileName, &o.LabelMainTex, &o.TextMainTex,
-           &o.LabelMainOBJPath, &o.TextMainOBJ, &o.TextMorphRename})
+           &o.FrameFigurePage, &o.FramePaths, &o.ListActors, &o.ListChannels, &o.LabelBodyParts,
+           &o.PictureTrash, &o.PictureViewChannels, &o.PictureJoints, &o.LabelFileName, &o.LabelMainTex,
+           &o.TextMainTex, &o.LabelMainOBJPath, &o.TextMainOBJ, &o.TextMorphRename})
     c->setVisible(true);
   o.ImageSplash.setVisible(false);
   FormBinding::flushAll();

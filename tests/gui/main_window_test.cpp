@@ -49,6 +49,9 @@ class MainWindowTest : public QObject {
   void handlersOfTheProgramRunBehindTheWidgets();
   void notebookWindowFollowsItsForm();
   void busyFormShowsProgress();
+  void startRunsTheFormLoad();
+  void closingAsksTheFormUnload();
+  void droppedSampleFigureFillsThePanes();
 };
 
 void MainWindowTest::comesUpWithMenusAndPanes() {
@@ -164,7 +167,8 @@ void MainWindowTest::listSelectionReachesTheModelBeforeTheClick() {
   QCOMPARE(f.opening().ListChannels.listIndex(), 2);
 
   // Ctrl adds a line to the selection of the multi-select pane.
-  QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::ControlModifier, list->visualItemRect(list->item(0)).center());
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::ControlModifier,
+                    list->visualItemRect(list->item(0)).center());
   QCOMPARE(f.opening().ListChannels.selectedIndexes(), std::vector<int>({0, 2}));
   QCOMPARE(f.recorder.of("ListChannels", EventKind::Click).back().channelsSelected, std::vector<int>({0, 2}));
 
@@ -175,7 +179,8 @@ void MainWindowTest::listSelectionReachesTheModelBeforeTheClick() {
 void MainWindowTest::dragFromChannelsOntoTrashIsADrop() {
   WindowFixture f;
   f.showFigurePage();
-  f.opening().ListChannels.setItems({"ALL CHANNELS", "************************", "hip:1\tPBMBelly", "chest:1\tTwist"});
+  f.opening().ListChannels.setItems(
+      {"ALL CHANNELS", "************************", "hip:1\tPBMBelly", "chest:1\tTwist"});
   FormBinding::flushAll();
   auto* list = f.widget<LineList>("ListChannels");
   QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualItemRect(list->item(3)).center());
@@ -268,9 +273,62 @@ void MainWindowTest::busyFormShowsProgress() {
   QVERIFY(!progress->isVisible());
 }
 
-int runMainWindowTests(int argc, char** argv) {
-  MainWindowTest test;
-  return QTest::qExec(&test, argc, argv);
+void MainWindowTest::startRunsTheFormLoad() {
+  WindowFixture f(true);
+  f.program.settings.save("Tolvane", "Startup", "PLoc", f.program.files().string() + "/");
+  f.program.settings.save("Tolvane", "MRUFiles", "0", "/figures/a.cr2");
+  f.program.settings.save("Tolvane", "MRUFiles", "1", "/figures/b.cr2");
+  f.window->start();
+  QCOMPARE(f.recorder.of("Opening", EventKind::Load).size(), size_t(1));
+  auto* mru = f.widget<QListWidget>("ListMRU");
+  QCOMPARE(mru->count(), 2);
+  QCOMPARE(mru->item(1)->text(), QString("/figures/b.cr2"));
+  QVERIFY(!mru->isVisible());
+  QVERIFY(!f.window->menuFor("MenuCR2Tools")->menuAction()->isEnabled());
 }
+
+void MainWindowTest::closingAsksTheFormUnload() {
+  {
+    // A form whose unload does not ask to quit keeps its window.
+    WindowFixture f;
+    QVERIFY(!f.window->close());
+    QCOMPARE(f.recorder.of("Opening", EventKind::Unload).size(), size_t(1));
+    QVERIFY(f.window->isVisible());
+  }
+  WindowFixture f(true);
+  f.opening().ListMRU.addItem("/figures/a.cr2");
+  f.opening().MRUCount = 1;
+  QVERIFY(f.window->close());
+  QVERIFY(f.program->quitRequested);
+  QCOMPARE(f.program.settings.get("Tolvane", "MRUFiles", "0", ""), std::string("/figures/a.cr2"));
+  QCOMPARE(f.program.services.tileCloses(), 1);
+  QVERIFY(!f.window->isVisible());
+}
+
+void MainWindowTest::droppedSampleFigureFillsThePanes() {
+  if (!eventTable().has("Opening", "Opening", EventKind::Drop))
+    QSKIP("no handler takes files dropped on the window");
+  WindowFixture f(true);
+  auto samples = tolvane::test::copyInto(TOLVANE_SAMPLES "/Runtime", f.program.files());
+  f.program.settings.save("Tolvane", "Startup", "PLoc", f.program.files().string() + "/");
+  for (int i = 0; i < 5; ++i) f.program.services.answer(ui::Answer::OK);  // notes on the file's maps
+  QMimeData mime;
+  mime.setUrls({QUrl::fromLocalFile(
+      QString::fromStdString((samples / "Libraries" / "Character" / "Tolvane" / "Ava.cr2").string()))});
+  dropOn(f.window->widgetFor("ImageSplash"), &mime);
+  QApplication::processEvents();
+  auto* actors = f.widget<QListWidget>("ListActors");
+  auto* channels = f.widget<QListWidget>("ListChannels");
+  QVERIFY(actors->isVisible());
+  QVERIFY(actors->count() > 10);
+  QCOMPARE(actors->item(0)->text().left(6), QString(" BODY:"));
+  QVERIFY(!actors->findItems("    hip:", Qt::MatchStartsWith).isEmpty());
+  QCOMPARE(channels->item(0)->text(), QString("ALL CHANNELS"));
+  QVERIFY(channels->count() > 2);
+  QVERIFY(!f.window->widgetFor("ImageSplash")->isVisible());
+  QVERIFY(f.window->menuFor("MenuCR2Tools")->menuAction()->isEnabled());
+}
+
+QObject* newMainWindowTest() { return new MainWindowTest; }
 
 #include "main_window_test.moc"

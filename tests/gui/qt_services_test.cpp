@@ -1,5 +1,7 @@
 // The Qt side of Services and Settings: what a message box request turns into and the
 // answer the user's button gives, printing, outside programs, and the settings store.
+#include "gui/qt_services.h"
+
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFile>
@@ -10,7 +12,6 @@
 #include <QTimer>
 
 #include "core/runtime_error.h"
-#include "gui/qt_services.h"
 #include "gui/qt_settings.h"
 #include "test_support.h"
 
@@ -41,11 +42,13 @@ void QtServicesTest::messageBoxShowsTheRequest() {
       {ui::Buttons::OKCancel, ui::Icon::Exclamation, B::Ok | B::Cancel, QMessageBox::Warning},
       {ui::Buttons::YesNo, ui::Icon::Question, B::Yes | B::No, QMessageBox::Question},
       {ui::Buttons::YesNoCancel, ui::Icon::Information, B::Yes | B::No | B::Cancel, QMessageBox::Information},
-      {ui::Buttons::AbortRetryIgnore, ui::Icon::Critical, B::Abort | B::Retry | B::Ignore, QMessageBox::Critical},
+      {ui::Buttons::AbortRetryIgnore, ui::Icon::Critical, B::Abort | B::Retry | B::Ignore,
+       QMessageBox::Critical},
       {ui::Buttons::RetryCancel, ui::Icon::Critical, B::Retry | B::Cancel, QMessageBox::Critical},
   };
   for (const Case& c : cases) {
-    ui::Message m{"Save path changes before exit?\r\nSecond line \x93quoted\x94", "Alert!", c.buttons, c.icon};
+    ui::Message m{"Save path changes before exit?\r\nSecond line \x93quoted\x94", "Alert!", c.buttons,
+                  c.icon};
     auto box = QtServices::makeMessageBox(m, nullptr);
     QCOMPARE(box->windowTitle(), QString("Alert!"));
     QCOMPARE(box->text(), QString::fromUtf8("Save path changes before exit?\nSecond line “quoted”"));
@@ -83,7 +86,8 @@ void QtServicesTest::printsTextToPdf() {
   QPrinter printer(QPrinter::HighResolution);
   printer.setOutputFormat(QPrinter::PdfFormat);
   printer.setOutputFileName(pdf);
-  ui::PrintJob job{"Inventory", "Runtime\\Geometries\\Vicky.obj\r\nRuntime\\textures\\skin.jpg\r\n", "Courier", 10};
+  ui::PrintJob job{"Inventory", "Runtime\\Geometries\\Vicky.obj\r\nRuntime\\textures\\skin.jpg\r\n",
+                   "Courier", 10};
   QtServices::printText(printer, job);
   QFile file(pdf);
   QVERIFY(file.open(QIODevice::ReadOnly));
@@ -94,7 +98,8 @@ void QtServicesTest::printsTextToPdf() {
 
 void QtServicesTest::dialogFilterTakesTheBarForm() {
   QCOMPARE(QtServices::dialogFilter(""), QString());
-  QCOMPARE(QtServices::dialogFilter("Figures|*.cr2|All files|*.*"), QString("Figures (*.cr2);;All files (*.*)"));
+  QCOMPARE(QtServices::dialogFilter("Figures|*.cr2|All files|*.*"),
+           QString("Figures (*.cr2);;All files (*.*)"));
   QCOMPARE(QtServices::dialogFilter("Poses|*.pz2;*.fc2"), QString("Poses (*.pz2 *.fc2)"));
   QCOMPARE(QtServices::dialogFilter("Images (*.bmp)"), QString("Images (*.bmp)"));
 }
@@ -132,9 +137,6 @@ void QtServicesTest::settingsRoundTripAndUnwritableStore() {
   QVERIFY(threw);
 }
 
-int runQtServicesTests(int argc, char** argv) {
-  QtServicesTest test;
-  return QTest::qExec(&test, argc, argv);
-}
+QObject* newQtServicesTest() { return new QtServicesTest; }
 
 #include "qt_services_test.moc"
