@@ -15,6 +15,8 @@
 
 namespace tolvane::gui {
 
+int FormBinding::s_running = 0;
+
 namespace {
 std::vector<FormBinding*>& liveBindings() {
   static std::vector<FormBinding*> bindings;
@@ -175,7 +177,15 @@ ControlBinder* FormBinding::binder(const ui::Control& control) const {
 
 bool FormBinding::fire(const ui::Control* control, EventKind kind, const EventArgs& args) {
   const std::string& name = control != nullptr ? control->name() : m_form.name();
-  bool handled = m_dispatch(m_program, m_form.name(), name, kind, args);
+  ++s_running;
+  bool handled = false;
+  try {
+    handled = m_dispatch(m_program, m_form.name(), name, kind, args);
+  } catch (...) {
+    --s_running;
+    throw;
+  }
+  --s_running;
   if (handled) {
     flushAll();
     emit eventHandled();

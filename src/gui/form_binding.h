@@ -91,6 +91,8 @@ class FormBinding : public QObject {
   void flush();
   // ... of every form.
   static void flushAll();
+  // Whether a handler is running (the event loop runs inside long jobs and dialogs).
+  static bool handlerRunning() { return s_running > 0; }
 
  signals:
   // The form's caption, visibility or busy state changed.
@@ -108,6 +110,7 @@ class FormBinding : public QObject {
   std::map<const ui::Control*, std::unique_ptr<ControlBinder>> m_binders;
   std::set<ControlBinder*> m_dirty;
   bool m_flushPosted = false;
+  static int s_running;
 };
 
 }  // namespace tolvane::gui

@@ -1,5 +1,6 @@
 #include "gui/main_window.h"
 
+#include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDir>
@@ -121,6 +122,12 @@ void MainWindow::afterEvent() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
+  // A close while a tool runs (it yields to the event loop) waits for the tool to end.
+  if (FormBinding::handlerRunning() && !m_program.quitRequested) {
+    QApplication::beep();
+    event->ignore();
+    return;
+  }
   if (!m_closing) windowSettings()->setValue("Window/geometry", saveGeometry());
   if (!m_program.quitRequested) m_binding->fire(nullptr, EventKind::Unload);
   if (!m_program.quitRequested) {

@@ -44,6 +44,8 @@ QLabel* heading(const QString& text, QWidget* parent) {
 
 QWidget* MainWindow::place(ui::Control& control, QWidget* widget) {
   widget->setObjectName(QString::fromStdString(control.name()));
+  // Files dropped anywhere on the window open; no box takes them as text.
+  widget->setAcceptDrops(qobject_cast<PictureButton*>(widget) != nullptr && widget->acceptDrops());
   m_widgets[control.name()] = widget;
   m_pending.emplace_back(&control, widget);
   return widget;

@@ -10,6 +10,7 @@
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QProgressBar>
+#include <QPushButton>
 #include <QTest>
 #include <QUrl>
 
@@ -211,10 +212,16 @@ void MainWindowTest::filesFromTheDesktopAreADropOnTheForm() {
   WindowFixture f;
   QMimeData mime;
   mime.setUrls({QUrl::fromLocalFile("/tmp/figures/Vicky.cr2")});
-  dropOn(f.window->widgetFor("ImageSplash"), &mime);
+  f.showFigurePage();
+  // Wherever the file lands, the boxes included, the window takes it.
+  QWidget* targets[] = {f.window->widgetFor("ListActors"), f.window->widgetFor("TextMainOBJ"),
+                        f.widget<QPlainTextEdit>("TextOpeningNotes")->viewport()};
+  for (QWidget* target : targets) dropOn(target, &mime);
   auto drops = f.recorder.of("Opening", EventKind::Drop);
-  QCOMPARE(drops.size(), size_t(1));
-  QCOMPARE(drops[0].args.files, std::vector<std::string>({"/tmp/figures/Vicky.cr2"}));
+  QCOMPARE(drops.size(), std::size(targets));
+  for (const RecordedEvent& drop : drops)
+    QCOMPARE(drop.args.files, std::vector<std::string>({"/tmp/figures/Vicky.cr2"}));
+  QCOMPARE(f.opening().TextMainOBJ.text(), std::string());
 }
 
 void MainWindowTest::handlersOfTheProgramRunBehindTheWidgets() {
@@ -253,6 +260,10 @@ void MainWindowTest::notebookWindowFollowsItsForm() {
   QCOMPARE(text->toPlainText(), QString("**** 1/2/2026 ****\nfirst note"));
   text->appendPlainText("second");
   QCOMPARE(notes.RichTextBox1.text(), std::string("**** 1/2/2026 ****\r\nfirst note\r\nsecond"));
+
+  QTest::mouseClick(window->findChild<QPushButton*>("CommandSave"), Qt::LeftButton);
+  QCOMPARE(f.recorder.of("CommandSave", EventKind::Click).size(), size_t(1));
+  QCOMPARE(f.recorder.of("CommandSave", EventKind::Click)[0].form, std::string("FormNotes"));
 
   window->close();
   QVERIFY(!notes.visible());

@@ -4,14 +4,20 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QPrinter>
 #include <QStandardPaths>
+#include <QTcpServer>
+#include <QTcpSocket>
 #include <QTest>
 #include <QTimer>
 
 #include "core/runtime_error.h"
+#include "gui/app_setup.h"
 #include "gui/qt_settings.h"
 #include "test_support.h"
 
@@ -27,6 +33,9 @@ class QtServicesTest : public QObject {
   void dialogFilterTakesTheBarForm();
   void windowsProgramsNeedWine();
   void settingsRoundTripAndUnwritableStore();
+  void fileDialogStartsInTheFolderWithTheName();
+  void httpGetFetchesOrTimesOut();
+  void commandLineIsOnePath();
 };
 
 void QtServicesTest::messageBoxShowsTheRequest() {
@@ -135,6 +144,70 @@ void QtServicesTest::settingsRoundTripAndUnwritableStore() {
     threw = true;
   }
   QVERIFY(threw);
+}
+
+void QtServicesTest::fileDialogStartsInTheFolderWithTheName() {
+  test::TempDir dir;
+  QtServices services;
+  ui::FileDialogRequest request;
+  request.kind = ui::FileDialogRequest::Kind::Save;
+  request.startFolder = dir.path();
+  request.fileName = "Vicky.cr2";
+  QString seenFolder, seenFile;
+  QTimer::singleShot(20, [&] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr) return;
+    seenFolder = dialog->directory().absolutePath();
+    seenFile = dialog->selectedFiles().value(0);
+    static_cast<QDialog*>(dialog)->accept();
+  });
+  auto chosen = services.fileDialog(request);
+  QCOMPARE(seenFolder, QDir(QString::fromStdString(dir.path().string())).absolutePath());
+  QVERIFY(seenFile.endsWith("/Vicky.cr2"));
+  QVERIFY(chosen.has_value());
+  QCOMPARE(*chosen, (dir / "Vicky.cr2").string());
+
+  QTimer::singleShot(20, [] {
+    if (auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget())) dialog->reject();
+  });
+  request.kind = ui::FileDialogRequest::Kind::Open;
+  QVERIFY(!services.fileDialog(request).has_value());
+}
+
+void QtServicesTest::httpGetFetchesOrTimesOut() {
+  QTcpServer server;
+  QVERIFY(server.listen(QHostAddress::LocalHost));
+  bool answer = true;
+  connect(&server, &QTcpServer::newConnection, [&] {
+    QTcpSocket* socket = server.nextPendingConnection();
+    connect(socket, &QTcpSocket::readyRead, [socket, &answer] {
+      socket->readAll();
+      if (answer) socket->write("HTTP/1.0 200 OK\r\nContent-Length: 4\r\n\r\n5.01");
+      if (answer) socket->disconnectFromHost();
+    });
+  });
+  QtServices services;
+  services.setHttpTimeoutMs(2000);
+  std::string url = "http://127.0.0.1:" + std::to_string(server.serverPort()) + "/Tolvanever.txt";
+  QCOMPARE(services.httpGet(url), std::optional<std::string>("5.01"));
+  answer = false;  // the server takes the request and never answers
+  services.setHttpTimeoutMs(150);
+  QElapsedTimer clock;
+  clock.start();
+  QVERIFY(!services.httpGet(url).has_value());
+  QVERIFY(clock.elapsed() < 1500);
+}
+
+void QtServicesTest::commandLineIsOnePath() {
+  test::TempDir dir;
+  qputenv("TOLVANE_WORKDIR", QByteArray::fromStdString((dir / "work").string()));
+  ProgramOptions options = programOptions({"/home/me/My", "Figures/Vicky", "2.cr2"});
+  qunsetenv("TOLVANE_WORKDIR");
+  QCOMPARE(options.commandLine, std::string("/home/me/My Figures/Vicky 2.cr2"));
+  QCOMPARE(options.workDir, dir / "work");
+  QVERIFY(std::filesystem::is_directory(dir / "work"));
+  QCOMPARE(options.currentDir, std::filesystem::current_path());
+  QVERIFY(programOptions({}).commandLine.empty());
 }
 
 QObject* newQtServicesTest() { return new QtServicesTest; }
