@@ -235,7 +235,7 @@ PictureBinder::PictureBinder(FormBinding& binding, ui::Picture& picture, Picture
   widget->setIcon(toolIcon(picture.name(), widget->width() - 10));
   connect(widget, &PictureButton::linesDropped, this, [this](const QString& source) {
     EventArgs args;
-    args.source = source.toStdString();
+    args.source = toBytes(source);
     fire(EventKind::Drop, args);
   });
   watchInput(widget, true);
@@ -278,7 +278,12 @@ MenuBinder::MenuBinder(FormBinding& binding, ui::MenuItem& item, QAction* action
   if (menu != nullptr)
     connect(menu, &QMenu::aboutToShow, this, [this] { fire(EventKind::Click); });
   else
-    connect(action, &QAction::triggered, this, [this] { fire(EventKind::Click); });
+    connect(action, &QAction::triggered, this, [this] {
+      // A held menu holds its shortcuts too.
+      auto* parent = qobject_cast<QMenu*>(m_action->parent());
+      if (parent != nullptr && !parent->menuAction()->isEnabled()) return;
+      fire(EventKind::Click);
+    });
 }
 
 void MenuBinder::refreshContent(bool first) {

@@ -61,7 +61,7 @@ void registerBuiltInFormWindows() {
 
 FormWindow::FormWindow(FormBinding& binding, QWidget* mainWindow)
     : QWidget(mainWindow, Qt::Window), m_binding(binding) {
-  setObjectName(QString::fromStdString(binding.form().name()));
+  setObjectName(fromBytes(binding.form().name()));
   connect(&binding, &FormBinding::formChanged, this, &FormWindow::formChanged);
   formChanged();
 }

@@ -22,6 +22,7 @@
 #include "gui/picture_button.h"
 #include "gui/pictures.h"
 #include "gui/qt_settings.h"
+#include "gui/qt_text.h"
 #include "program/program.h"
 
 namespace tolvane::gui {
@@ -43,7 +44,7 @@ QLabel* heading(const QString& text, QWidget* parent) {
 }  // namespace
 
 QWidget* MainWindow::place(ui::Control& control, QWidget* widget) {
-  widget->setObjectName(QString::fromStdString(control.name()));
+  widget->setObjectName(fromBytes(control.name()));
   // Files dropped anywhere on the window open; no box takes them as text.
   widget->setAcceptDrops(qobject_cast<PictureButton*>(widget) != nullptr && widget->acceptDrops());
   m_widgets[control.name()] = widget;
@@ -67,7 +68,7 @@ QWidget* MainWindow::lineBox(ui::Control& control) { return place(control, new Q
 
 QWidget* MainWindow::list(ui::Control& control, bool draggable) {
   auto* l = new LineList;
-  if (draggable) l->setDragSource(QString::fromStdString("Opening." + control.name()));
+  if (draggable) l->setDragSource(fromBytes("Opening." + control.name()));
   return place(control, l);
 }
 
@@ -326,7 +327,7 @@ void MainWindow::bindRemaining() {
         break;
     }
     if (auto* w = qobject_cast<QWidget*>(target)) {
-      w->setObjectName(QString::fromStdString(c->name()));
+      w->setObjectName(fromBytes(c->name()));
       if (w->parentWidget() == nullptr) m_extraRow->insertWidget(m_extraRow->count() - 1, w);
       m_widgets[c->name()] = w;
     }

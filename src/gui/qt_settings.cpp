@@ -40,7 +40,7 @@ std::string QtSettings::get(const std::string& app, const std::string& section, 
 
 void QtSettings::save(const std::string& app, const std::string& section, const std::string& key,
                       const std::string& value) {
-  const std::string where = m_store->fileName().toStdString();
+  const std::string where = toPathText(m_store->fileName());
   if (!m_store->isWritable()) core::raiseError(core::kPermissionDenied, where);
   m_store->setValue(keyPath(app, section, key), fromPathText(value));
   m_store->sync();
