@@ -57,6 +57,8 @@ class MainWindow : public QMainWindow {
   void buildCentral();
   QWidget* buildHeader();
   QWidget* buildBody();
+  QWidget* buildPanes();
+  QWidget* buildObjColumn();
   QWidget* buildBottom();
   QWidget* buildToolRow();
   PictureButton* picture(ui::Control& control, int side = 40);

@@ -131,13 +131,22 @@ QWidget* MainWindow::buildBody() {
   auto* body = new QWidget;
   auto* row = new QHBoxLayout(body);
   row->setContentsMargins(0, 0, 0, 0);
-
   auto* splash = new QLabel;
   splash->setAlignment(Qt::AlignCenter);
   splash->setPixmap(QPixmap::fromImage(splashImage(620, 380)));
   splash->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   row->addWidget(place(o.ImageSplash, splash), 1);
+  row->addWidget(buildPanes(), 4);
+  // The OBJ tools keep the right edge also when neither the splash nor the figure page shows.
+  row->addStretch(0);
+  row->addWidget(buildObjColumn());
+  return body;
+}
 
+// The figure page: body parts on the left, the tools that work between the panes, the
+// channels (or the source's parts) on the right, and the lists of the channel tools.
+QWidget* MainWindow::buildPanes() {
+  ui::Opening& o = m_program.opening;
   auto* page = new QFrame;
   place(o.FrameFigurePage, page);
   auto* panes = new QHBoxLayout(page);
@@ -166,9 +175,12 @@ QWidget* MainWindow::buildBody() {
                          &o.ListChannelsReorderNewOrder, &o.ListChannelsReorderReordered})
     m_workLists->addWidget(list(*l, l != &o.ListEMCs));
   panes->addLayout(m_workLists, 2);
-  row->addWidget(page, 4);
+  return page;
+}
 
-  // The OBJ tools keep the right edge also when neither the splash nor the figure page shows.
+// The Bracket Checker's results with the push pin, and the geometry tools.
+QWidget* MainWindow::buildObjColumn() {
+  ui::Opening& o = m_program.opening;
   auto* columnBox = new QWidget;
   columnBox->setFixedWidth(128);
   auto* column = new QVBoxLayout(columnBox);
@@ -180,14 +192,12 @@ QWidget* MainWindow::buildBody() {
   results->addWidget(picture(o.PicturePushPin, 28));
   column->addLayout(results);
   column->addSpacing(20);
-  m_objTools = column;
   for (ui::Picture* p : {&o.PictureOBJExtract, &o.PictureOBJView, &o.PictureScaleObj, &o.PictureMash,
                          &o.PictureMapViewer, &o.PictureMirror})
     column->addWidget(picture(*p), 0, Qt::AlignHCenter);
   column->addStretch();
-  row->addStretch(0);
-  row->addWidget(columnBox);
-  return body;
+  m_objTools = column;
+  return columnBox;
 }
 
 QWidget* MainWindow::buildBottom() {
