@@ -23,6 +23,8 @@ PictureButton::PictureButton(QWidget* parent, int side)
     : QWidget(parent), m_colour(255, 224, 192), m_side(side) {
   setFixedSize(side, side);
   setCursor(Qt::PointingHandCursor);
+  // The tools give a picture the focus to take its keys.
+  setFocusPolicy(Qt::ClickFocus);
 }
 
 void PictureButton::setColour(const QColor& colour) {
