@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 #include <map>
 
+#include "gui/qt_settings.h"
 #include "gui/qt_text.h"
 #include "program/program.h"
 
@@ -76,7 +77,16 @@ void FormWindow::formChanged() {
 
 void FormWindow::showEvent(QShowEvent* event) {
   formChanged();
+  if (!m_placed) {
+    m_placed = true;
+    restoreGeometry(windowSettings()->value("Forms/" + objectName()).toByteArray());
+  }
   QWidget::showEvent(event);
+}
+
+void FormWindow::hideEvent(QHideEvent* event) {
+  windowSettings()->setValue("Forms/" + objectName(), saveGeometry());
+  QWidget::hideEvent(event);
 }
 
 void FormWindow::closeEvent(QCloseEvent* event) {

@@ -18,8 +18,9 @@ const FormWindowFactory* formWindowFactory(const std::string& formName);
 // The windows that ship with the main window (the notebook, ...).
 void registerBuiltInFormWindows();
 
-// Base of a form's window: the caption follows the model, and closing the window is the
-// form's unload: the Unload event, then the model is hidden.
+// Base of a form's window: the caption follows the model, the window remembers its
+// place, and closing the window is the form's unload: the Unload event, then the model
+// is hidden.
 class FormWindow : public QWidget {
   Q_OBJECT
  public:
@@ -29,10 +30,12 @@ class FormWindow : public QWidget {
  protected:
   void closeEvent(QCloseEvent* event) override;
   void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
 
  private:
   void formChanged();
   FormBinding& m_binding;
+  bool m_placed = false;  // the window took its remembered place
 };
 
 }  // namespace tolvane::gui

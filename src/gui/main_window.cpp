@@ -16,6 +16,7 @@
 #include "gui/binders.h"
 #include "gui/form_windows.h"
 #include "gui/picture_button.h"
+#include "gui/pictures.h"
 #include "gui/qt_settings.h"
 #include "gui/qt_text.h"
 #include "program/program.h"
@@ -25,6 +26,7 @@ namespace tolvane::gui {
 MainWindow::MainWindow(Program& program, Dispatch dispatch, QWidget* parent)
     : QMainWindow(parent), m_program(program), m_dispatch(std::move(dispatch)) {
   setObjectName("Opening");
+  setWindowIcon(appIcon());
   registerBuiltInFormWindows();
   m_binding = std::make_unique<FormBinding>(program, program.opening, m_dispatch);
   buildMenus();

@@ -221,6 +221,14 @@ const std::map<std::string, const char*>& tips() {
       {"PictureBrktLeft", "A left brace is missing. Click to go on"},
       {"PictureBrktRight", "A right brace is missing. Click to go on"},
       {"PicturePushPin", "Click the result picture to go on"},
+      {"LabelMainOBJPath", "Click to browse for the main geometry"},
+      {"LabelMainTex", "Click to browse for the texture map"},
+      {"LabelMainBump", "Click to browse for the bump map"},
+      {"LabelMainReflect", "Click to browse for the reflection map"},
+      {"LabelMainTrans", "Click to browse for the transparency map"},
+      {"LabelOpenSource", "Open a source file"},
+      {"LabelFileName", "Open the destination in the Manual Editor"},
+      {"LabelChannelFileName", "Open the source in the Manual Editor"},
   };
   return table;
 }
@@ -284,6 +292,18 @@ QImage splashImage(int width, int height) {
   p.drawText(QRectF(width * 0.06, height * 0.82, width * 0.6, 24 * s), Qt::AlignLeft,
              "Ver. 5.0  -  File, Open to begin");
   return image;
+}
+
+QIcon appIcon() {
+  QPixmap pixmap(64, 64);
+  pixmap.fill(Qt::transparent);
+  QPainter p(&pixmap);
+  p.setRenderHint(QPainter::Antialiasing);
+  p.setPen(Qt::NoPen);
+  p.setBrush(QColor(40, 64, 112));
+  p.drawRoundedRect(QRectF(2, 2, 60, 60), 12, 12);
+  p.drawImage(QRectF(10, 4, 44, 56), splashImage(220, 110), QRectF(114, 0, 88, 110));
+  return QIcon(pixmap);
 }
 
 QImage tileImage() {

@@ -2,6 +2,7 @@
 // icons of the tool pictures, the splash picture and the closing tile.
 #pragma once
 
+#include <QIcon>
 #include <QImage>
 #include <QPixmap>
 #include <QString>
@@ -15,5 +16,7 @@ QPixmap toolIcon(const std::string& controlName, int size);
 QString defaultToolTip(const std::string& controlName);
 QImage splashImage(int width, int height);
 QImage tileImage();
+// The program's window icon.
+QIcon appIcon();
 
 }  // namespace tolvane::gui
