@@ -135,6 +135,7 @@ QWidget* MainWindow::buildBody() {
   splash->setAlignment(Qt::AlignCenter);
   splash->setPixmap(QPixmap::fromImage(splashImage(620, 380)));
   splash->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+  splash->setMinimumSize(160, 120);  // gives way to the panes while a file is being read
   row->addWidget(place(o.ImageSplash, splash), 1);
   row->addWidget(buildPanes(), 4);
   // The OBJ tools keep the right edge also when neither the splash nor the figure page shows.
