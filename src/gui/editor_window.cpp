@@ -9,6 +9,8 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <functional>
+#include <memory>
 
 #include "gui/editor_view.h"
 #include "gui/qt_text.h"
@@ -19,6 +21,26 @@ namespace tolvane::gui {
 
 namespace {
 constexpr int kPaneGap = 4;
+
+// A pane's binder: the view draws the pane's text control; the binder passes on what
+// else the form says about the pane (shown, colour, width and order, focus) as soon as
+// it changes, so that a question shows the pane it is about.
+class PaneBinder : public ControlBinder {
+ public:
+  PaneBinder(FormBinding& binding, ui::TextPane& pane, EditorView* view, std::function<void()> placed)
+      : ControlBinder(binding, pane, view), m_view(view), m_placed(std::move(placed)) {}
+
+ protected:
+  void refreshContent(bool) override {
+    m_view->refresh();
+    m_placed();
+  }
+  void applyColours(ui::Colour, ui::Colour) override {}  // the view paints the pane's colours
+
+ private:
+  EditorView* m_view;
+  std::function<void()> m_placed;
+};
 
 QPushButton* button(const char* name, const QString& text) {
   auto* b = new QPushButton(text);
@@ -135,6 +157,9 @@ QWidget* EditorWindow::buildPaneArea() {
     args.shift = shiftState(QApplication::keyboardModifiers());
     binding().fire(&m_form.ListMRU, EventKind::Click, args);
   });
+  for (EditorView* view : {m_left, m_right})
+    binding().bindWith(
+        view->pane(), std::make_unique<PaneBinder>(binding(), view->pane(), view, [this] { layoutPanes(); }));
   return m_paneArea;
 }
 
@@ -151,12 +176,8 @@ void EditorWindow::refreshList() {
 }
 
 void EditorWindow::refreshPanes() {
-  for (EditorView* view : {m_left, m_right}) {
-    ui::TextPane& pane = view->pane();
-    view->setVisible(pane.visible());
-    view->refresh();
-    if (pane.hasFocus() && m_form.visible() && !view->hasFocus()) view->setFocus(Qt::OtherFocusReason);
-  }
+  // The handlers edit the text controls without a word to the form: draw them anew.
+  for (EditorView* view : {m_left, m_right}) view->refresh();
   layoutPanes();
   refreshList();
 }

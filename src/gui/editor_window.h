@@ -35,7 +35,7 @@ class EditorWindow : public FormWindow {
   QWidget* buildToolRow();
   QWidget* buildFindRow();
   QWidget* buildPaneArea();
-  // The panes and the list are drawn from the form after every event of any form.
+  // The panes and the list are drawn from the form after every event of the form.
   void refreshPanes();
   void refreshList();
   void layoutPanes();
