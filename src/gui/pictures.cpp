@@ -20,6 +20,16 @@ void lines(QPainter& p, int x, int y, int w, int count) {
   for (int i = 0; i < count; ++i) p.drawLine(x, y + i * 5, x + w, y + i * 5);
 }
 
+// The Bracket Checker's results: the braces, with a question mark on the missing side.
+void drawBracketResult(QPainter& p, const QColor& colour, const char* text) {
+  QFont f = p.font();
+  f.setPixelSize(20);
+  f.setBold(true);
+  p.setFont(f);
+  p.setPen(colour);
+  p.drawText(QRect(0, 0, 32, 32), Qt::AlignCenter, text);
+}
+
 void cube(QPainter& p, double s) {
   QPolygonF front({{6, 12}, {20, 12}, {20, 26}, {6, 26}});
   p.drawPolygon(front);
@@ -160,33 +170,9 @@ const std::map<std::string, Draw>& drawings() {
          p.setBrush(QColor(140, 170, 230));
          p.drawPolygon(QPolygonF({{19, 6}, {19, 26}, {29, 26}}));
        }},
-      {"PictureBrktsOK",
-       [](QPainter& p) {
-         QFont f = p.font();
-         f.setPixelSize(20);
-         f.setBold(true);
-         p.setFont(f);
-         p.setPen(kGreen);
-         p.drawText(QRect(0, 0, 32, 32), Qt::AlignCenter, "{ }");
-       }},
-      {"PictureBrktLeft",
-       [](QPainter& p) {
-         QFont f = p.font();
-         f.setPixelSize(20);
-         f.setBold(true);
-         p.setFont(f);
-         p.setPen(kRed);
-         p.drawText(QRect(0, 0, 32, 32), Qt::AlignCenter, "? }");
-       }},
-      {"PictureBrktRight",
-       [](QPainter& p) {
-         QFont f = p.font();
-         f.setPixelSize(20);
-         f.setBold(true);
-         p.setFont(f);
-         p.setPen(kRed);
-         p.drawText(QRect(0, 0, 32, 32), Qt::AlignCenter, "{ ?");
-       }},
+      {"PictureBrktsOK", [](QPainter& p) { drawBracketResult(p, kGreen, "{ }"); }},
+      {"PictureBrktLeft", [](QPainter& p) { drawBracketResult(p, kRed, "? }"); }},
+      {"PictureBrktRight", [](QPainter& p) { drawBracketResult(p, kRed, "{ ?"); }},
       {"PicturePushPin",
        [](QPainter& p) {
          p.setPen(QPen(kInk, 2));
