@@ -20,6 +20,14 @@ struct SampleSet {
   static constexpr const char* kHair = "Runtime/Libraries/Hair/Tolvane/Bob.hr2";
   static constexpr const char* kProp = "Runtime/Libraries/Props/Tolvane/Vase.pp2";
   static constexpr const char* kTextureFolder = "Runtime/textures/Tolvane";
+  // Geometry of the props, the hair and the scene's ground.
+  static constexpr const char* kEarringsObj = "Runtime/Geometries/Tolvane/earrings.obj";
+  static constexpr const char* kHairObj = "Runtime/Geometries/Tolvane/bob.obj";
+  static constexpr const char* kGroundObj = "Runtime/Geometries/Tolvane/ground.obj";
+  // Texture pictures, in kTextureFolder.
+  static constexpr const char* kTextures[] = {"ava_skin.bmp", "ava_bump.bmp",    "ava_lips.bmp",
+                                              "ava_eyes.bmp", "ava_reflect.bmp", "ava_lashes_tr.bmp",
+                                              "bob_hair.bmp", "bob_hair_tr.bmp", "vase.bmp"};
 };
 
 // Writes the whole demo set under `poserFolder` (which becomes a small Poser folder).

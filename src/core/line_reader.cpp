@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <bit>
 #include <cerrno>
 #include <cstring>
 
@@ -13,7 +14,29 @@ namespace tolvane::core {
 
 namespace {
 constexpr std::size_t kBufferSize = 1 << 20;
+
+// The first comma or carriage return in [p, limit), or limit. Eight bytes at a time:
+// a byte equal to the one sought becomes zero after the exclusive or, and the
+// has-zero-byte test marks it; the lowest mark is exact (higher ones may be false),
+// which is the one taken.
+const char* findCommaOrCr(const char* p, const char* limit) {
+  constexpr std::uint64_t kOnes = 0x0101010101010101ull;
+  constexpr std::uint64_t kHighs = 0x8080808080808080ull;
+  if constexpr (std::endian::native == std::endian::little) {
+    while (limit - p >= 8) {
+      std::uint64_t word;
+      std::memcpy(&word, p, 8);
+      std::uint64_t comma = word ^ (kOnes * ',');
+      std::uint64_t cr = word ^ (kOnes * '\r');
+      std::uint64_t marks = ((comma - kOnes) & ~comma & kHighs) | ((cr - kOnes) & ~cr & kHighs);
+      if (marks != 0) return p + (std::countr_zero(marks) >> 3);
+      p += 8;
+    }
+  }
+  while (p < limit && *p != ',' && *p != '\r') ++p;
+  return p;
 }
+}  // namespace
 
 LineReader::LineReader(const std::filesystem::path& path) : m_path(path) {
   m_fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
@@ -77,13 +100,13 @@ void LineReader::readLineInto(std::string& out) {
     const char* crp = static_cast<const char*>(cr);
     out.append(start, static_cast<std::size_t>(crp - start));
     m_pos += static_cast<std::size_t>(crp - start) + 1;
-    if (peek() == '\n') ++m_pos;
+    if (m_pos < m_end ? m_buffer[m_pos] == '\n' : peek() == '\n') ++m_pos;
     return;
   }
 }
 
 bool LineReader::readRawLine(std::string& out) {
-  if (atEnd()) return false;
+  if (m_pos == m_end && atEnd()) return false;
   readLineInto(out);
   return true;
 }
@@ -99,7 +122,7 @@ void LineReader::readFieldInto(std::string& out) {
   int c = peek();
   while (c == ' ' || c == '\t') {
     ++m_pos;
-    c = peek();
+    c = m_pos < m_end ? static_cast<unsigned char>(m_buffer[m_pos]) : peek();
   }
   if (c == '"') {
     ++m_pos;
@@ -114,25 +137,24 @@ void LineReader::readFieldInto(std::string& out) {
     for (;;) {
       if (m_pos == m_end && !fill()) break;
       const char* start = m_buffer.data() + m_pos;
-      const char* stop = start;
       const char* limit = m_buffer.data() + m_end;
-      while (stop < limit && *stop != ',' && *stop != '\r') ++stop;
+      const char* stop = findCommaOrCr(start, limit);
       out.append(start, static_cast<std::size_t>(stop - start));
       m_pos += static_cast<std::size_t>(stop - start);
       if (stop < limit) break;
     }
-    c = peek();
+    c = m_pos < m_end ? static_cast<unsigned char>(m_buffer[m_pos]) : peek();
   }
   if (c == ',') {
     ++m_pos;
   } else if (c == '\r') {
     ++m_pos;
-    if (peek() == '\n') ++m_pos;
+    if (m_pos < m_end ? m_buffer[m_pos] == '\n' : peek() == '\n') ++m_pos;
   }
 }
 
 bool LineReader::readField(std::string& out) {
-  if (atEnd()) return false;
+  if (m_pos == m_end && atEnd()) return false;
   readFieldInto(out);
   return true;
 }
