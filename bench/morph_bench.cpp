@@ -26,7 +26,9 @@ namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
 using tolvane::ui::Answer;
 
-double seconds(Clock::time_point start) { return std::chrono::duration<double>(Clock::now() - start).count(); }
+double seconds(Clock::time_point start) {
+  return std::chrono::duration<double>(Clock::now() - start).count();
+}
 
 double timed(const std::function<void()>& work) {
   auto start = Clock::now();
@@ -56,7 +58,8 @@ struct Bench {
     auto start = Clock::now();
     tolvane::gen::writeLargeFigure(dest, options);
     fs::copy_file(dest, source);
-    std::printf("generated %s (%.1f MB) in %.2f s\n", dest.c_str(), fs::file_size(dest) / 1e6, seconds(start));
+    std::printf("generated %s (%.1f MB) in %.2f s\n", dest.c_str(), fs::file_size(dest) / 1e6,
+                seconds(start));
     tolvane::ProgramOptions po;
     po.workDir = dir / "work";
     po.currentDir = dir;
@@ -125,9 +128,19 @@ int run(int argc, char** argv) {
   struct Row {
     const char* name;
     double time;
-  } rows[] = {{"morph copy", b.copy()}, {"rename", b.rename()}, {"removal", b.remove()}};
+  } rows[3];
+  // Each tool must have replaced the file: its length changes every time.
+  auto size = [&] { return fs::file_size(b.dest); };
+  auto before = size();
+  rows[0] = {"morph copy", b.copy()};
+  require(size() != before, "the copy did not replace the file");
+  before = size();
+  rows[1] = {"rename", b.rename()};
+  require(size() == before + 10, "the rename did not replace the file");
+  before = size();
+  rows[2] = {"removal", b.remove()};
+  require(size() < before, "the removal did not replace the file");
   require(b.services.pending() == 0, "a tool did not ask what the benchmark answers");
-  std::string text;
   std::printf("cp          %7.3f s\n", cp);
   bool ok = true;
   for (const auto& r : rows) {

@@ -143,10 +143,12 @@ void closeBodyPartRemoval(Program& program, int lastIndex) {
   auto chosen = FileSaveStep(program, program.workFile("\\cr2.doc"), working, working);
   if (!chosen) return;
   f.ListActors.removeItem(lastIndex);
-  ui::msgBox(program.services,
-             "Body part/s removed from CR2.  All additional references to the removed body part/s have been changed "
-             "to NULL. Be aware that this may have implications in your parent/child hierarchy and in the weld lines.",
-             "Note!");
+  ui::msgBox(
+      program.services,
+      "Body part/s removed from CR2.  All additional references to the removed body part/s have been changed "
+      "to NULL. Be aware that this may have implications in your parent/child hierarchy and in the weld "
+      "lines.",
+      "Note!");
   // The length of the old path decides the "..." in front.
   f.LabelFileName.setCaption((working.size() >= 43 ? "..." : "") + core::Right(*chosen, 45));
   f.LabelFileNameForEditor.setCaption(*chosen);

@@ -36,8 +36,9 @@ std::string between(const std::string& text, const std::string& open, const std:
 }
 
 void showReorderLists(ui::Opening& f, bool on) {
-  for (ui::Control* c : std::initializer_list<ui::Control*>{&f.ListChannelsReorderByPart, &f.ListChannelsReorderNewOrder,
-                                                           &f.ListChannelsReorderReordered, &f.PictureChannelReorderDone})
+  for (ui::Control* c :
+       std::initializer_list<ui::Control*>{&f.ListChannelsReorderByPart, &f.ListChannelsReorderNewOrder,
+                                           &f.ListChannelsReorderReordered, &f.PictureChannelReorderDone})
     c->setVisible(on);
 }
 

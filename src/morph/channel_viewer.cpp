@@ -36,8 +36,8 @@ void addGroup(std::vector<std::string>& lines, core::LineReader& in, const std::
   std::string part = in.ReadField();
   std::string dial = in.ReadField();
   std::string ratio = in.ReadField();
-  lines.insert(lines.end(), {"", "\tEMC Channel", "\tSlave: " + slave, "\tMaster: " + dial, "\tFigure: " + figure,
-                             "\tMaster Part: " + part, "\t" + ratio});
+  lines.insert(lines.end(), {"", "\tEMC Channel", "\tSlave: " + slave, "\tMaster: " + dial,
+                             "\tFigure: " + figure, "\tMaster Part: " + part, "\t" + ratio});
 }
 
 // The field loop over the part's channels. Reading past the end throws and ends it.
@@ -83,8 +83,9 @@ std::string selectedPartOf(const std::string& actorsLine) {
 
 std::string allChannelsPath(Program& program) {
   auto& f = program.opening;
-  return f.LabelFileName.caption() != f.LabelChannelFileName.caption() ? f.LabelChannelFileNameForEditor.caption()
-                                                                       : f.LabelFileNameForEditor.caption();
+  return f.LabelFileName.caption() != f.LabelChannelFileName.caption()
+             ? f.LabelChannelFileNameForEditor.caption()
+             : f.LabelFileNameForEditor.caption();
 }
 
 std::vector<std::string> ScanPartChannels(const std::string& path, const std::string& selectedPart) {
@@ -128,7 +129,8 @@ void showPartChannels(Program& program) {
   std::vector<std::string> lines = ScanPartChannels(source, part);
 
   setOn(f.PictureViewChannels, true);
-  for (ui::Picture* p : {&f.PictureCopyToDest, &f.PictureRenameMorph, &f.PictureChangeRatio}) p->setVisible(true);
+  for (ui::Picture* p : {&f.PictureCopyToDest, &f.PictureRenameMorph, &f.PictureChangeRatio})
+    p->setVisible(true);
   f.SelectedPart = part;
   f.ListChannels.clear();
   f.ListChannels.addItem("Channels for " + part);
@@ -182,8 +184,8 @@ void ListChannelsRelease(Program& program, const EventArgs&) {
   if (head == "ALL CHANNELS") {
     f.ListChannelsDragOn = false;
     ui::msgBox(program.services,
-               "Please choose a body part, to list just the channels for that part, before using this tool.", "Note!",
-               ui::Buttons::OK, ui::Icon::Critical);
+               "Please choose a body part, to list just the channels for that part, before using this tool.",
+               "Note!", ui::Buttons::OK, ui::Icon::Critical);
   } else if (hasPrefix(head, "Channels for")) {
     f.ListChannelsDragOn = true;
   }

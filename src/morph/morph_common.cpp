@@ -57,7 +57,8 @@ std::string copyUntilEqual(core::LineReader& in, core::LineWriter& out, std::str
   }
 }
 
-std::string copyUntilContains(core::LineReader& in, core::LineWriter& out, std::string_view word, Pacer& pacer) {
+std::string copyUntilContains(core::LineReader& in, core::LineWriter& out, std::string_view word,
+                              Pacer& pacer) {
   std::string line;
   for (;;) {
     if (!in.readRawLine(line)) core::raiseError(core::kInputPastEndOfFile, in.path().string());

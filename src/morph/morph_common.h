@@ -26,8 +26,8 @@ inline void setOn(ui::Control& picture, bool on) { picture.setBackColor(on ? ui:
 
 // The six lines of a selected EMC group and the kind of line that was selected.
 struct ChannelGroup {
-  int mode = 0;  // 0 plain, 1..5 the kind of group line, -1 look for the control block
-  std::string slave;       // with its leading blank
+  int mode = 0;       // 0 plain, 1..5 the kind of group line, -1 look for the control block
+  std::string slave;  // with its leading blank
   std::string master;
   std::string figure;
   std::string masterPart;
@@ -56,7 +56,8 @@ class Pacer;
 // Copies lines until one equals `key`; the key line is returned, not written.
 std::string copyUntilEqual(core::LineReader& in, core::LineWriter& out, std::string_view key, Pacer& pacer);
 // Copies lines until one contains `word`; that line is returned, not written.
-std::string copyUntilContains(core::LineReader& in, core::LineWriter& out, std::string_view word, Pacer& pacer);
+std::string copyUntilContains(core::LineReader& in, core::LineWriter& out, std::string_view word,
+                              Pacer& pacer);
 // Copies the rest of the file.
 void copyRest(core::LineReader& in, core::LineWriter& out, Pacer& pacer);
 

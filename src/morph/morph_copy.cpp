@@ -56,27 +56,30 @@ void findControlBlock(Program& program, const std::string& source, CopyRun& run)
     if (isGroupBlock(run.block[1], run.block[2], run.block[3], run.block[4], run.group)) break;
   }
   run.blockFound = true;
-  ui::msgBox(program.services,
-             "Note that your source EMC\\ERC morph uses " + Mid(run.block[1], 4) +
-                 " as a figure name. This probably does not agree with the name in your destination file, be sure "
-                 "to edit this.",
-             "Note!", ui::Buttons::OK, ui::Icon::Exclamation);
+  ui::msgBox(
+      program.services,
+      "Note that your source EMC\\ERC morph uses " + Mid(run.block[1], 4) +
+          " as a figure name. This probably does not agree with the name in your destination file, be sure "
+          "to edit this.",
+      "Note!", ui::Buttons::OK, ui::Icon::Exclamation);
 }
 
 // The main OBJ of a figureResFile line against TextMainOBJ; false when the user cancels.
 bool sameGeometry(Program& program, const std::string& line, CopyRun& run) {
   std::size_t at = InStr(line, "Geometries:");
   if (at == 0) core::raiseError(core::kInvalidProcedureCall, "No \"Geometries:\" in: " + line);
-  if (Mid(line, static_cast<long long>(at) + 11) == program.opening.TextMainOBJ.text() || run.geometryAccepted)
+  if (Mid(line, static_cast<long long>(at) + 11) == program.opening.TextMainOBJ.text() ||
+      run.geometryAccepted)
     return true;
   program.setBusy(false);
-  ui::msgBox(program.services, "You must use figures based on the same geometry; they must have the same main obj.",
-             "Error!");
-  auto answer = ui::msgBox(program.services,
-                           "If you know it is the same obj, just located in a different location, then click OK, and "
-                           "the tool will continue.  If it is not the same obj, the morph will not work.  Hit cancel "
-                           "in this case.",
-                           "Note!", ui::Buttons::OKCancel);
+  ui::msgBox(program.services,
+             "You must use figures based on the same geometry; they must have the same main obj.", "Error!");
+  auto answer =
+      ui::msgBox(program.services,
+                 "If you know it is the same obj, just located in a different location, then click OK, and "
+                 "the tool will continue.  If it is not the same obj, the morph will not work.  Hit cancel "
+                 "in this case.",
+                 "Note!", ui::Buttons::OKCancel);
   if (answer != ui::Answer::OK) return false;
   run.geometryAccepted = true;
   program.setBusy(true);
@@ -109,7 +112,8 @@ Step captureBlock(Program& program, const std::string& source, const std::string
 // The destination's lines go out without its empty lines.
 class Inserter {
  public:
-  Inserter(Program& program, LineReader& dest, LineWriter& out) : m_program(program), m_dest(dest), m_out(out) {}
+  Inserter(Program& program, LineReader& dest, LineWriter& out)
+      : m_program(program), m_dest(dest), m_out(out) {}
   void put(const std::string& line) {
     if (!line.empty()) m_out.WriteLine(line);
   }
@@ -125,10 +129,11 @@ class Inserter {
     while (saved.readRawLine(line)) {
       std::size_t colon = InStr(line, ":");
       if (!blockFound && colon > 0 && Mid(line, static_cast<long long>(colon) + 1) != figureNumber) {
-        ui::msgBox(m_program.services,
-                   "Unexpected figure number in the source.  This will be fixed, but it is possible the morph will "
-                   "not work.",
-                   "Error!", ui::Buttons::OK, ui::Icon::Critical);
+        ui::msgBox(
+            m_program.services,
+            "Unexpected figure number in the source.  This will be fixed, but it is possible the morph will "
+            "not work.",
+            "Error!", ui::Buttons::OK, ui::Icon::Critical);
         line = core::Left(line, static_cast<long long>(colon)) + figureNumber;
       }
       m_out.WriteLine(line);
@@ -197,7 +202,8 @@ Step copyLine(Program& program, int index, CopyRun& run) {
   setOn(f.PictureCopyToDest, true);
   if (contains(line, "EMC")) {
     ui::msgBox(program.services,
-               "You cannot delete or transfer a morph by choosing the EMC line, please choose another.", "Alert!");
+               "You cannot delete or transfer a morph by choosing the EMC line, please choose another.",
+               "Alert!");
     return Step::Stop;
   }
   program.setBusy(true);
@@ -235,8 +241,8 @@ void closeRun(Program& program, const CopyRun& run) {
   }
   program.setBusy(false);
   auto answer = ui::msgBox(program.services,
-                           "Channel/s in " + f.LabelChannelFileNameForEditor.caption() + " inserted into " + dest +
-                               ".  Save changes?",
+                           "Channel/s in " + f.LabelChannelFileNameForEditor.caption() + " inserted into " +
+                               dest + ".  Save changes?",
                            "Success!", ui::Buttons::YesNo);
   if (answer == ui::Answer::Yes) FileSaveStep(program, program.workFile("\\InsertMorph.txt"), dest, dest);
   setOn(f.PictureCopyToDest, false);
@@ -247,7 +253,8 @@ void closeRun(Program& program, const CopyRun& run) {
 void CopyToDestClick(Program& program) {
   auto& f = program.opening;
   if (f.LabelFileName.caption() == f.LabelChannelFileName.caption()) {
-    ui::msgBox(program.services, "To copy a morph channel you must have a source file open in the righthand pane.",
+    ui::msgBox(program.services,
+               "To copy a morph channel you must have a source file open in the righthand pane.",
                "Information");
     return;
   }
@@ -273,7 +280,8 @@ void CopyToDestClick(Program& program) {
 }
 
 void CopyToDestRightClick(Program& program) {
-  ui::msgBox(program.services, "Click this to copy a morph from the source to destination file.", "Information");
+  ui::msgBox(program.services, "Click this to copy a morph from the source to destination file.",
+             "Information");
 }
 
 }  // namespace tolvane::morph

@@ -24,14 +24,19 @@ void registerMorphEvents(EventTable& table) {
   addPicture(table, "PictureTrash", TrashClick, TrashRightClick);
   table.add("Opening", "PictureTrash", EventKind::Drop, TrashDrop);
   table.add("Opening", "TextMorphRename", EventKind::Key, TextMorphRenameKey);
+  for (const char* list : {"ListChannels", "ListActors"})
+    table.add("Opening", list, EventKind::Key,
+              [list](Program& p, const EventArgs& args) { TrashByKey(p, list, args); });
 
   table.add("Opening", "ListChannels", EventKind::Press, ListChannelsPress);
   table.add("Opening", "ListChannels", EventKind::Release, ListChannelsRelease);
-  table.add("Opening", "ListChannels", EventKind::DblClick, [](Program& p, const EventArgs&) { ListChannelsDblClick(p); });
+  table.add("Opening", "ListChannels", EventKind::DblClick,
+            [](Program& p, const EventArgs&) { ListChannelsDblClick(p); });
   table.add("Opening", "ListChannels", EventKind::MouseMove,
             [](Program& p, const EventArgs&) { ListChannelsMouseMove(p); });
   table.add("Opening", "ListActors", EventKind::Press, ListActorsPress);
-  table.add("Opening", "ListActors", EventKind::DblClick, [](Program& p, const EventArgs&) { ListActorsDblClick(p); });
+  table.add("Opening", "ListActors", EventKind::DblClick,
+            [](Program& p, const EventArgs&) { ListActorsDblClick(p); });
 
   table.add("Opening", "ListChannelsReorderNewOrder", EventKind::Drop, NewOrderDrop);
   table.add("Opening", "PictureChannelReorderDone", EventKind::Click,

@@ -5,6 +5,7 @@
 #include "core/line_writer.h"
 #include "core/runtime_error.h"
 #include "core/scratch_file.h"
+#include "morph/channel_viewer.h"
 #include "morph/morph_common.h"
 #include "program/events.h"
 #include "program/file_save_step.h"
@@ -30,15 +31,16 @@ void endTool(ui::Opening& f) {
 enum class Pass { Done, Stop };
 
 // Copies the file with the group's control block taken out of the slave channel.
-Pass removeControlBlock(Program& program, LineReader& in, LineWriter& out, const ChannelGroup& group, Pacer& pacer) {
+Pass removeControlBlock(Program& program, LineReader& in, LineWriter& out, const ChannelGroup& group,
+                        Pacer& pacer) {
   const std::string key = "\t\ttargetGeom " + Mid(group.slave, 2);
   std::string line;
   for (;;) {
     if (!in.readRawLine(line)) {
       program.setBusy(false);
       endTool(program.opening);
-      ui::msgBox(program.services, "This is a Full Body Morph, it cannot be removed!", "Error!", ui::Buttons::OK,
-                 ui::Icon::Critical);
+      ui::msgBox(program.services, "This is a Full Body Morph, it cannot be removed!", "Error!",
+                 ui::Buttons::OK, ui::Icon::Critical);
       return Pass::Stop;
     }
     out.WriteLine(line);
@@ -56,7 +58,8 @@ Pass removeControlBlock(Program& program, LineReader& in, LineWriter& out, const
 }
 
 // Copies the part's definition with the channels whose header holds the name dropped.
-void removeMorph(LineReader& in, LineWriter& out, const std::string& part, const std::string& name, Pacer& pacer) {
+void removeMorph(LineReader& in, LineWriter& out, const std::string& part, const std::string& name,
+                 Pacer& pacer) {
   const std::string key = "actor " + part;
   out.WriteLine(copyUntilEqual(in, out, key, pacer));
   out.WriteLine(readLine(in));
@@ -92,8 +95,8 @@ Pass checkErcUse(Program& program, LineReader& in, LineWriter& out, const Channe
     if (contains(line, name) && !contains(line, "name")) {
       program.setBusy(false);
       endTool(program.opening);
-      ui::msgBox(program.services, "Morph \"" + name + "\" is used by an ERC channel, which must be removed first.",
-                 "Alert!");
+      ui::msgBox(program.services,
+                 "Morph \"" + name + "\" is used by an ERC channel, which must be removed first.", "Alert!");
       return Pass::Stop;
     }
     out.WriteLine(line);
@@ -138,9 +141,12 @@ Pass removeLine(Program& program, int index, MorphRemoval& run) {
     if (run.pass) core::deleteIgnoringErrors(second);
     LineWriter out(run.pass ? second : first, LineWriter::Mode::Append);
     Pass result = Pass::Done;
-    if (group.mode == -1) result = removeControlBlock(program, in, out, group, pacer);
-    else if (group.mode == 0) removeMorph(in, out, Mid(f.ListChannels.list(0), 15), run.name, pacer);
-    else result = checkErcUse(program, in, out, group, pacer);
+    if (group.mode == -1)
+      result = removeControlBlock(program, in, out, group, pacer);
+    else if (group.mode == 0)
+      removeMorph(in, out, Mid(f.ListChannels.list(0), 15), run.name, pacer);
+    else
+      result = checkErcUse(program, in, out, group, pacer);
     if (result == Pass::Stop) return Pass::Stop;
     copyRest(in, out, pacer);
     out.close();
@@ -225,6 +231,20 @@ void ListActorsPress(Program& program, const EventArgs&) {
   auto& f = program.opening;
   f.DragSource = "Actors";
   f.ListActorsDragOn = isOn(f.PictureTrash);
+}
+
+void TrashByKey(Program& program, const std::string& list, const EventArgs& args) {
+  constexpr int kDelete = 46;
+  if (args.keyCode != kDelete || !isOn(program.opening.PictureTrash)) return;
+  EventArgs drag;
+  drag.source = "Opening." + list;
+  if (list == "ListChannels") {
+    ListChannelsPress(program, drag);
+    ListChannelsRelease(program, drag);
+  } else {
+    ListActorsPress(program, drag);
+  }
+  TrashDrop(program, drag);
 }
 
 void TrashDrop(Program& program, const EventArgs& args) {

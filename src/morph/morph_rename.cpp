@@ -42,10 +42,12 @@ bool mayRename(Program& program) {
   };
   if (f.OptionChannelRename.value()) {
     if (f.LabelFileNameForEditor.caption() != f.LabelChannelFileNameForEditor.caption())
-      return refuse("To rename a morph channel in the righthand pane you must have the same file open in both panes.",
-                    "Information");
+      return refuse(
+          "To rename a morph channel in the righthand pane you must have the same file open in both panes.",
+          "Information");
     int index = f.ListChannels.listIndex();
-    if (index == 0 || !hasPrefix(f.ListChannels.text(), "\t")) return refuse("Click on a morph to be renamed.", "Note!");
+    if (index == 0 || !hasPrefix(f.ListChannels.text(), "\t"))
+      return refuse("Click on a morph to be renamed.", "Note!");
     if (index + 1 < f.ListChannels.listCount() && hasPrefix(f.ListChannels.list(index + 1), "\t"))
       return refuse("You cannot rename an EMC channel with this tool yet.", "Note!");
   }
@@ -68,14 +70,16 @@ void renameMorph(Program& program, core::LineReader& in, core::LineWriter& out, 
 }
 
 // Every line that holds the old actor name is cut there and ends in the new one.
-void renameBodyPart(Program& program, core::LineReader& in, core::LineWriter& out, const std::string& oldActor,
-                    const std::string& newActor) {
+void renameBodyPart(Program& program, core::LineReader& in, core::LineWriter& out,
+                    const std::string& oldActor, const std::string& newActor) {
   Pacer pacer(program);
   std::string line;
   while (in.readRawLine(line)) {
     std::size_t at = line.find(oldActor);
-    if (at == std::string::npos) out.WriteLine(line);
-    else out.WriteLine(line.substr(0, at) + newActor);
+    if (at == std::string::npos)
+      out.WriteLine(line);
+    else
+      out.WriteLine(line.substr(0, at) + newActor);
     pacer.tick();
   }
 }
@@ -83,9 +87,9 @@ void renameBodyPart(Program& program, core::LineReader& in, core::LineWriter& ou
 struct Rename {
   bool bodyPart = false;
   std::string oldText;
-  std::string oldName;       // as the closing question shows it
+  std::string oldName;  // as the closing question shows it
   std::string newName;
-  int actorsIndex = -1;      // the ListActors line found for a body part
+  int actorsIndex = -1;  // the ListActors line found for a body part
   std::string newActorsLine;
 };
 
@@ -124,8 +128,10 @@ void save(Program& program, const Rename& r) {
     f.LabelFileNameForEditor.setCaption(*chosen);
     f.LabelFileSize.setCaption(sizeCaption(*chosen));
   }
-  if (!r.bodyPart) f.ListChannels.setItem(f.ListChannels.listIndex(), "\t" + r.newName);
-  else f.ListActors.setItem(f.ListActors.listIndex(), r.newActorsLine);
+  if (!r.bodyPart)
+    f.ListChannels.setItem(f.ListChannels.listIndex(), "\t" + r.newName);
+  else
+    f.ListActors.setItem(f.ListActors.listIndex(), r.newActorsLine);
 }
 
 }  // namespace
@@ -141,7 +147,8 @@ void RenameMorphClick(Program& program) {
   f.TextMorphRename.setVisible(true);
   f.TextMorphRename.setFocus();
   f.RenameWaitState = kWaiting;
-  auto typed = program.services.inputLine("Type the new name and press Enter.", "Rename", f.TextMorphRename.text());
+  auto typed =
+      program.services.inputLine("Type the new name and press Enter.", "Rename", f.TextMorphRename.text());
   if (!typed) {
     f.RenameWaitState = 0;
     f.TextMorphRename.setVisible(false);
@@ -164,10 +171,11 @@ void RenameMorphClick(Program& program) {
   rewrite(program, r);
   program.setBusy(false);
 
-  auto answer = ui::msgBox(program.services,
-                           std::string(r.bodyPart ? "Body Part " : "Morph ") + "\"" + r.oldName + "\" renamed in " +
-                               f.LabelFileName.caption() + " as \"" + f.TextMorphRename.text() + "\"  Save changes?",
-                           "Success!", ui::Buttons::YesNo);
+  auto answer =
+      ui::msgBox(program.services,
+                 std::string(r.bodyPart ? "Body Part " : "Morph ") + "\"" + r.oldName + "\" renamed in " +
+                     f.LabelFileName.caption() + " as \"" + f.TextMorphRename.text() + "\"  Save changes?",
+                 "Success!", ui::Buttons::YesNo);
   f.TextMorphRename.setText("");
   f.TextMorphRename.setVisible(false);
   if (answer == ui::Answer::Yes) save(program, r);

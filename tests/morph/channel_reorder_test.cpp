@@ -31,8 +31,8 @@ TEST_F(ChannelReorderTest, RewritesThePartsChannelsInTheNewOrder) {
   EXPECT_TRUE(f.ListChannelsReorderByPart.visible());
   EXPECT_TRUE(f.PictureChannelReorderDone.visible());
   EXPECT_EQ(f.ListChannelsReorderByPart.items(),
-            (Lines{"chest:1*Bust^ 267@Bust", "chest:1*Round^ 267@Round", "chest:1*GetStringRes(1028,3)^ 267@Flat",
-                   "chest:1*Square^ 267@Square"}));
+            (Lines{"chest:1*Bust^ 267@Bust", "chest:1*Round^ 267@Round",
+                   "chest:1*GetStringRes(1028,3)^ 267@Flat", "chest:1*Square^ 267@Square"}));
   moveToNewOrder("chest:1*Round^ 267@Round");
   moveToNewOrder("chest:1*Bust^ 267@Bust");
   moveToNewOrder("chest:1*GetStringRes(1028,3)^ 267@Flat");
@@ -44,8 +44,8 @@ TEST_F(ChannelReorderTest, RewritesThePartsChannelsInTheNewOrder) {
   EXPECT_EQ(services.dialogs().back().fileName, dest);
   EXPECT_EQ(differenceFrom(dest, "reorder"), "");
   EXPECT_EQ(f.ListChannelsReorderReordered.items(),
-            (Lines{"Round#chest:1*Round^ 267", "Bust#chest:1*Bust^ 267", "Flat#chest:1*GetStringRes(1028,3)^ 267",
-                   "Square#chest:1*Square^ 267"}));
+            (Lines{"Round#chest:1*Round^ 267", "Bust#chest:1*Bust^ 267",
+                   "Flat#chest:1*GetStringRes(1028,3)^ 267", "Square#chest:1*Square^ 267"}));
   EXPECT_FALSE(f.ListChannelsReorderNewOrder.visible());
 }
 

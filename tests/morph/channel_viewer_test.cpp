@@ -1,6 +1,7 @@
+#include "morph/channel_viewer.h"
+
 #include <gtest/gtest.h>
 
-#include "morph/channel_viewer.h"
 #include "morph_fixture.h"
 
 namespace tolvane::test {
@@ -21,11 +22,14 @@ TEST_F(ChannelViewerTest, ListsThePartsChannelsInTheirFixedLayout) {
   };
   const Case cases[] = {
       // The resource name shows only up to its comma.
-      {"", "chest", {"Channels for  chest:1", "", "\tBust", "", "\tRound", "", "\tGetStringRes(1028", "", "\tSquare"}},
+      {"",
+       "chest",
+       {"Channels for  chest:1", "", "\tBust", "", "\tRound", "", "\tGetStringRes(1028", "", "\tSquare"}},
       {"source.cr2",
        "abdomen",
-       {"Channels for  abdomen:1", "", "\tEMC Channel", "\tSlave: Slim", "\tMaster: PBMBreathe", "\tFigure: Figure 1",
-        "\tMaster Part: BODY:1", "\tdeltaAddDelta 0.500000", "", "\tTwin", "", "\tTuck"}},
+       {"Channels for  abdomen:1", "", "\tEMC Channel", "\tSlave: Slim", "\tMaster: PBMBreathe",
+        "\tFigure: Figure 1", "\tMaster Part: BODY:1", "\tdeltaAddDelta 0.500000", "", "\tTwin", "",
+        "\tTuck"}},
       // The figure number comes from the source; a valueParm's block takes the last morph as its slave.
       {"source_figure2.cr2",
        "hip",
@@ -72,7 +76,8 @@ TEST_F(ChannelViewerTest, FaultsOfTheScanAreErrorsThatChangeNothing) {
   };
   // A "hip:" line ending in its colon leaves the part without a figure number.
   std::string colon = (tp.files() / "colon.cr2").string();
-  writeFile(colon, crlf({"{", "\tcomment hip:", "actor hip:1", "\t{", "\t}", "actor hip:1", "\t{", "", "\t}", "}"}));
+  writeFile(colon,
+            crlf({"{", "\tcomment hip:", "actor hip:1", "\t{", "\t}", "actor hip:1", "\t{", "", "\t}", "}"}));
   const Case cases[] = {
       // Two digits are cut to the last one, and no "actor hip:2" stands in the file.
       {"two-digit figure number", copyFigure("source_figure12.cr2"), "Run-time error '62':..."},
@@ -114,8 +119,8 @@ TEST_F(ChannelViewerTest, MouseEventsOfTheChannelList) {
   EXPECT_TRUE(f.ListChannelsDragOn);
 
   f.ListChannels.setItem(0, "ALL CHANNELS");
-  services.expect("Note!",
-                  "Please choose a body part, to list just the channels for that part, before using this tool.");
+  services.expect(
+      "Note!", "Please choose a body part, to list just the channels for that part, before using this tool.");
   fire("ListChannels", EventKind::Release, left);
   EXPECT_FALSE(f.ListChannelsDragOn);
   EXPECT_EQ(services.messages().back().icon, ui::Icon::Critical);
@@ -140,8 +145,9 @@ TEST_F(ChannelViewerTest, MouseEventsOfTheChannelList) {
 }
 
 TEST_F(ChannelViewerTest, RightClickExplains) {
-  services.expect("Information",
-                  "Click this button to view channels for a body part and enable re-naming and copying them.");
+  services.expect(
+      "Information",
+      "Click this button to view channels for a body part and enable re-naming and copying them.");
   fire("PictureViewChannels", EventKind::RightClick);
   EXPECT_EQ(services.pending(), 0u);
 }

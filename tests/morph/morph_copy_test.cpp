@@ -21,7 +21,7 @@ class MorphCopyTest : public MorphTest {
 };
 
 struct CopyCase {
-  const char* name;     // the expected output's folder
+  const char* name;  // the expected output's folder
   const char* source;
   const char* part;
   std::vector<std::string> selected;
@@ -30,10 +30,12 @@ struct CopyCase {
 
 TEST_F(MorphCopyTest, WritesTheSelectedBlockIntoTheDestination) {
   const std::string figureNote =
-      "Note that your source EMC\\ERC morph uses \tFigure 1 as a figure name. This probably does not agree with the "
+      "Note that your source EMC\\ERC morph uses \tFigure 1 as a figure name. This probably does not agree "
+      "with the "
       "name in your destination file, be sure to edit this.";
   const std::string numberNote =
-      "Unexpected figure number in the source.  This will be fixed, but it is possible the morph will not work.";
+      "Unexpected figure number in the source.  This will be fixed, but it is possible the morph will not "
+      "work.";
   const CopyCase cases[] = {
       {"copy_plain", "source.cr2", "hip", {"\tNarrow"}, {}},
       // No figureResFile: nothing to compare the geometry with, the copy goes on.
@@ -75,7 +77,8 @@ TEST_F(MorphCopyTest, OtherGeometryAsksAndCancelStopsWithoutWriting) {
   openSource(source);
   viewChannels("hip");
   selectChannels({"\tNarrow"});
-  services.expect("Error!", "You must use figures based on the same geometry; they must have the same main obj.");
+  services.expect("Error!",
+                  "You must use figures based on the same geometry; they must have the same main obj.");
   services.expect("Note!", "If you know it is the same obj...", Answer::Cancel);
   fire("PictureCopyToDest", EventKind::Click);
   EXPECT_EQ(services.pending(), 0u);
@@ -84,7 +87,8 @@ TEST_F(MorphCopyTest, OtherGeometryAsksAndCancelStopsWithoutWriting) {
   EXPECT_FALSE(f.ListEMCs.visible());
 
   // OK goes on, and the geometry is not questioned again in the same run.
-  services.expect("Error!", "You must use figures based on the same geometry; they must have the same main obj.");
+  services.expect("Error!",
+                  "You must use figures based on the same geometry; they must have the same main obj.");
   services.expect("Note!", "If you know it is the same obj...", Answer::OK);
   services.expect("Success!", successQuestion(source), Answer::Yes);
   services.dialog(dest);
@@ -130,14 +134,30 @@ TEST_F(MorphCopyTest, RefusalsLeaveEverything) {
     const char* text;
   };
   const Refusal refusals[] = {
-      {"no source", false, {"Channels for  hip:1", "", "\tWide"}, 2, "Information",
+      {"no source",
+       false,
+       {"Channels for  hip:1", "", "\tWide"},
+       2,
+       "Information",
        "To copy a morph channel you must have a source file open in the righthand pane."},
       {"head line", true, {"Channels for  hip:1", "", "\tNarrow"}, 0, "Note!", "Click on a morph to copy."},
-      {"EMC line", true, {"Channels for  abdomen:1", "", "\tEMC Channel", "\tSlave: Slim"}, 2, "Alert!",
+      {"EMC line",
+       true,
+       {"Channels for  abdomen:1", "", "\tEMC Channel", "\tSlave: Slim"},
+       2,
+       "Alert!",
        "You cannot delete or transfer a morph by choosing the EMC line, please choose another."},
-      {"empty line only", true, {"Channels for  hip:1", "", "\tNarrow"}, 1, "Error!",
+      {"empty line only",
+       true,
+       {"Channels for  hip:1", "", "\tNarrow"},
+       1,
+       "Error!",
        "Note that the channel may not have transfered properly!"},
-      {"no such actor", true, {"Channels for  foot:1", "", "\tNarrow"}, 2, "Error!",
+      {"no such actor",
+       true,
+       {"Channels for  foot:1", "", "\tNarrow"},
+       2,
+       "Error!",
        "Note that the channel may not have transfered properly!"},
   };
   std::string source = copyFigure("source.cr2");
@@ -161,8 +181,8 @@ TEST_F(MorphCopyTest, MissingKeysAreRunTimeErrorsThatLeaveTheDestination) {
       // A name that is no targetGeom id, as a file changed since it was listed shows.
       {"Channels for  hip:1", "", "\tGone"},
       // A group whose control block is not in the source.
-      {"Channels for  abdomen:1", "", "\tEMC Channel", "\tSlave: Slim", "\tMaster: PBMOther", "\tFigure: Figure 1",
-       "\tMaster Part: BODY:1", "\tdeltaAddDelta 0.500000"},
+      {"Channels for  abdomen:1", "", "\tEMC Channel", "\tSlave: Slim", "\tMaster: PBMOther",
+       "\tFigure: Figure 1", "\tMaster Part: BODY:1", "\tdeltaAddDelta 0.500000"},
   };
   for (const auto& list : lists) {
     SCOPED_TRACE(list.back());
@@ -181,8 +201,8 @@ TEST_F(MorphCopyTest, SlaveMissingFromTheDestinationActorIsARunTimeError) {
   // No Slim channel stands behind the destination's neck to take the control block.
   std::string source = copyFigure("source.cr2");
   openSource(source);
-  setChannels({"Channels for  neck:1", "", "\tEMC Channel", "\tSlave: Slim", "\tMaster: PBMBreathe", "\tFigure: Figure 1",
-               "\tMaster Part: BODY:1", "\tdeltaAddDelta 0.500000"});
+  setChannels({"Channels for  neck:1", "", "\tEMC Channel", "\tSlave: Slim", "\tMaster: PBMBreathe",
+               "\tFigure: Figure 1", "\tMaster Part: BODY:1", "\tdeltaAddDelta 0.500000"});
   f.ListChannels.setSelected(3, true);
   services.answer(Answer::OK);  // the figure name note
   services.expect(kAppName, "Run-time error '62':...");

@@ -42,7 +42,8 @@ void MorphTest::selectActor(const std::string& name) {
 void MorphTest::viewChannels(const std::string& part) {
   selectActor(part);
   ASSERT_TRUE(fire("PictureViewChannels", EventKind::Click));
-  ASSERT_EQ(f.PictureViewChannels.backColor(), ui::kToolOn) << (messageTexts().empty() ? "" : messageTexts().back());
+  ASSERT_EQ(f.PictureViewChannels.backColor(), ui::kToolOn)
+      << (messageTexts().empty() ? "" : messageTexts().back());
 }
 
 void MorphTest::selectChannels(const std::vector<std::string>& lines) {

@@ -36,10 +36,22 @@ TEST_F(MorphRemoveTest, RemovesMorphsAndControlBlocks) {
     std::string question;  // with {} for the working path
   };
   const Case cases[] = {
-      {"remove_morph", "dest.cr2", "chest", {}, {"\tRound"}, "Morph \"Round\" removed from {}.  Save changes?"},
-      {"remove_control_block", "source.cr2", "abdomen", {}, {"\tFigure: Figure 1"},
+      {"remove_morph",
+       "dest.cr2",
+       "chest",
+       {},
+       {"\tRound"},
+       "Morph \"Round\" removed from {}.  Save changes?"},
+      {"remove_control_block",
+       "source.cr2",
+       "abdomen",
+       {},
+       {"\tFigure: Figure 1"},
        "A morph in \"Slim\" removed from {}.  Save changes?"},
-      {"remove_two_morphs", "dest.cr2", "chest", {"Channels for  chest:1", "\tRound", "\tSquare"},
+      {"remove_two_morphs",
+       "dest.cr2",
+       "chest",
+       {"Channels for  chest:1", "\tRound", "\tSquare"},
        {"\tRound", "\tSquare"},
        "Multiple morphs removed from {}. Please remove any ERC channels using these morphs.  Save changes?"},
   };
@@ -87,12 +99,16 @@ TEST_F(MorphRemoveTest, RefusalsOfTheMorphRemoval) {
   };
   const Refusal refusals[] = {
       {{"Channels for  chest:1", "", "\tRound"}, 1, "Note!", "No part clicked."},
-      {{"Channels for  abdomen:1", "", "\tEMC Channel"}, 2, "Alert!",
+      {{"Channels for  abdomen:1", "", "\tEMC Channel"},
+       2,
+       "Alert!",
        "You cannot delete a morph by choosing the EMC line, please choose another."},
       // A group whose slave is a dial without targetGeom.
-      {{"Channels for  BODY:1", "", "\tEMC Channel", "\tSlave: PBMBreathe", "\tMaster: X", "\tFigure: Figure 1",
-        "\tMaster Part: BODY:1", "\tdeltaAddDelta 1"},
-       3, "Error!", "This is a Full Body Morph, it cannot be removed!"},
+      {{"Channels for  BODY:1", "", "\tEMC Channel", "\tSlave: PBMBreathe", "\tMaster: X",
+        "\tFigure: Figure 1", "\tMaster Part: BODY:1", "\tdeltaAddDelta 1"},
+       3,
+       "Error!",
+       "This is a Full Body Morph, it cannot be removed!"},
   };
   viewChannels("chest");
   for (const auto& r : refusals) {
@@ -111,8 +127,8 @@ TEST_F(MorphRemoveTest, LinesCannotBeDraggedFromTheAllChannelsList) {
   fire("PictureTrash", EventKind::Click);
   EXPECT_FALSE(f.ListChannelsDragOn);
   f.ListChannels.setSelected(1, true);
-  services.expect("Note!",
-                  "Please choose a body part, to list just the channels for that part, before using this tool.");
+  services.expect(
+      "Note!", "Please choose a body part, to list just the channels for that part, before using this tool.");
   fire("ListChannels", EventKind::Press);
   fire("ListChannels", EventKind::Release);
   drop("PictureTrash", "ListChannels");
@@ -126,7 +142,8 @@ TEST_F(MorphRemoveTest, LinesCannotBeDraggedFromTheAllChannelsList) {
 
 TEST_F(MorphRemoveTest, RemovesBodyParts) {
   const std::string note =
-      "Body part/s removed from CR2.  All additional references to the removed body part/s have been changed to "
+      "Body part/s removed from CR2.  All additional references to the removed body part/s have been changed "
+      "to "
       "NULL. Be aware that this may have implications in your parent/child hierarchy and in the weld lines.";
   struct Case {
     const char* name;
@@ -144,7 +161,8 @@ TEST_F(MorphRemoveTest, RemovesBodyParts) {
     EXPECT_EQ(services.pending(), 0u);
     EXPECT_EQ(differenceFrom(dest, c.name), "");
     EXPECT_EQ(f.ListActors.listCount(), 4);
-    EXPECT_EQ(f.ListActors.indexOf("    " + std::string(c.part) + ":1 * " + (c.index == 2 ? "16" : "26")), -1);
+    EXPECT_EQ(f.ListActors.indexOf("    " + std::string(c.part) + ":1 * " + (c.index == 2 ? "16" : "26")),
+              -1);
     EXPECT_EQ(f.LabelFileNameForEditor.caption(), dest);
     EXPECT_EQ(f.LabelFileName.caption(), (dest.size() >= 43 ? "..." : "") + core::Right(dest, 45));
     EXPECT_EQ(f.LabelFileSize.caption(), " " + std::to_string(core::fileLength(dest)) + " bytes");
@@ -192,6 +210,21 @@ TEST_F(MorphRemoveTest, BodyPartRemovalRefusalsAndNo) {
   EXPECT_EQ(services.pending(), 0u);
   EXPECT_EQ(readFile(dest), original);
   EXPECT_EQ(f.PictureTrash.backColor(), ui::kToolRest);
+}
+
+TEST_F(MorphRemoveTest, DeleteKeySendsTheSelectionToTheTrash) {
+  viewChannels("chest");
+  selectChannels({"\tRound"});
+  EventArgs del;
+  del.keyCode = 46;
+  fire("ListChannels", EventKind::Key, del);  // the trash is off: nothing happens
+  EXPECT_EQ(services.messages().size(), 0u);
+  fire("PictureTrash", EventKind::Click);
+  services.expect("Success!", "Morph \"Round\" removed from " + dest + ".  Save changes?", Answer::Yes);
+  services.dialog(dest);
+  fire("ListChannels", EventKind::Key, del);
+  EXPECT_EQ(services.pending(), 0u);
+  EXPECT_EQ(differenceFrom(dest, "remove_morph"), "");
 }
 
 TEST_F(MorphRemoveTest, RightClickExplains) {

@@ -51,9 +51,10 @@ TEST_F(MorphRenameTest, BodyPartRenameCutsEveryLineThatHoldsTheName) {
   selectActor("chest");
   chooseKind(true);
   services.input("torso");
-  services.expect("Success!",
-                  "Body Part \"chest\" renamed in " + f.LabelFileName.caption() + " as \"torso\"  Save changes?",
-                  Answer::Yes);
+  services.expect(
+      "Success!",
+      "Body Part \"chest\" renamed in " + f.LabelFileName.caption() + " as \"torso\"  Save changes?",
+      Answer::Yes);
   std::string renamed = (tp.files() / "renamed.cr2").string();
   services.dialog(renamed);
   fire("PictureRenameMorph", EventKind::Click);
@@ -90,12 +91,34 @@ TEST_F(MorphRenameTest, Refusals) {
     const char* text;
   };
   const Refusal refusals[] = {
-      {"head line", false, {"Channels for  hip:1", "", "\tWide"}, 0, 1, "Note!", "Click on a morph to be renamed."},
-      {"empty line", false, {"Channels for  hip:1", "", "\tWide"}, 1, 1, "Note!", "Click on a morph to be renamed."},
-      {"EMC group", false, {"Channels for  abdomen:1", "", "\tEMC Channel", "\tSlave: Slim", "\tMaster: B"}, 3, 2,
-       "Note!", "You cannot rename an EMC channel with this tool yet."},
+      {"head line",
+       false,
+       {"Channels for  hip:1", "", "\tWide"},
+       0,
+       1,
+       "Note!",
+       "Click on a morph to be renamed."},
+      {"empty line",
+       false,
+       {"Channels for  hip:1", "", "\tWide"},
+       1,
+       1,
+       "Note!",
+       "Click on a morph to be renamed."},
+      {"EMC group",
+       false,
+       {"Channels for  abdomen:1", "", "\tEMC Channel", "\tSlave: Slim", "\tMaster: B"},
+       3,
+       2,
+       "Note!",
+       "You cannot rename an EMC channel with this tool yet."},
       {"BODY line", true, {"ALL CHANNELS"}, -1, 0, "Note!", "Click on a body part to be renamed."},
-      {"morph with BODY line", false, {"Channels for  hip:1", "", "\tWide"}, 2, 0, "Note!",
+      {"morph with BODY line",
+       false,
+       {"Channels for  hip:1", "", "\tWide"},
+       2,
+       0,
+       "Note!",
        "Click on a body part to be renamed."},
   };
   for (const auto& r : refusals) {
@@ -114,8 +137,9 @@ TEST_F(MorphRenameTest, Refusals) {
   setChannels({"Channels for  hip:1", "", "\tNarrow"});
   f.ListChannels.setListIndex(2);
   chooseKind(false);
-  services.expect("Information",
-                  "To rename a morph channel in the righthand pane you must have the same file open in both panes.");
+  services.expect(
+      "Information",
+      "To rename a morph channel in the righthand pane you must have the same file open in both panes.");
   fire("PictureRenameMorph", EventKind::Click);
   EXPECT_EQ(services.pending(), 0u);
   EXPECT_EQ(readFile(dest), original);
