@@ -7,6 +7,7 @@ namespace tolvane::test {
 namespace {
 
 using ui::Answer;
+using Lines = std::vector<std::string>;
 
 class MorphCopyTest : public MorphTest {
  protected:
@@ -205,6 +206,38 @@ TEST_F(MorphCopyTest, SlaveMissingFromTheDestinationActorIsARunTimeError) {
                "\tFigure: Figure 1", "\tMaster Part: BODY:1", "\tdeltaAddDelta 0.500000"});
   f.ListChannels.setSelected(3, true);
   services.answer(Answer::OK);  // the figure name note
+  services.expect(kAppName, "Run-time error '62':...");
+  fire("PictureCopyToDest", EventKind::Click);
+  EXPECT_EQ(services.pending(), 0u);
+  EXPECT_EQ(readFile(dest), original);
+}
+
+TEST_F(MorphCopyTest, SlaveWithRotAndTranIsSoughtByItsNameLine) {
+  // Such a group keeps its mode, and the key is the name line with the slave's blank:
+  // two blanks behind "name". Only a file that has that line gives a block.
+  std::string source = (tp.files() / "rottran.cr2").string();
+  writeFile(source,
+            crlf({"figureResFile :Runtime:Geometries:Tolvane:ava.obj", "actor hip:1", "\t{", "", "\tchannels",
+                  "\t\t{", "\t\ttargetGeom rotXtranY", "\t\t\t{", "\t\t\tname  rotXtranY",
+                  "\t\t\tinitValue 0", "\t\t\t}", "\t\ttwistY hip_twisty", "\t\t}", "\t}"}));
+  openSource(source);
+  const Lines group = {"Channels for  hip:1",   "",
+                       "\tEMC Channel",         "\tSlave: rotXtranY",
+                       "\tMaster: Dial",        "\tFigure: Figure 1",
+                       "\tMaster Part: BODY:1", "\tdeltaAddDelta 1"};
+  setChannels(group);
+  f.ListChannels.setSelected(4, true);
+  services.expect("Success!", successQuestion(source), Answer::No);
+  fire("PictureCopyToDest", EventKind::Click);
+  EXPECT_EQ(services.pending(), 0u);
+  std::string inserted = readFile(tp.work() / "InsertMorph.txt");
+  EXPECT_NE(inserted.find(crlf({"\tchannels", "\t\t{", "\t\t\tname  rotXtranY", "\t\t\tinitValue 0",
+                                "\t\t\t}", "\t\ttargetGeom Wide"})),
+            std::string::npos);
+
+  // In the destination itself no such line stands: the search runs past the end.
+  openSource(copyFigure("source.cr2"));
+  f.ListChannels.setSelected(4, true);
   services.expect(kAppName, "Run-time error '62':...");
   fire("PictureCopyToDest", EventKind::Click);
   EXPECT_EQ(services.pending(), 0u);

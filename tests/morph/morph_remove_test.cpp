@@ -103,6 +103,12 @@ TEST_F(MorphRemoveTest, RefusalsOfTheMorphRemoval) {
        2,
        "Alert!",
        "You cannot delete a morph by choosing the EMC line, please choose another."},
+      // A slave holding "rot" and "tran" is sought as an actor named " rotXtranY".
+      {{"Channels for  chest:1", "", "\tEMC Channel", "\tSlave: rotXtranY", "\tMaster: X",
+        "\tFigure: Figure 1", "\tMaster Part: BODY:1", "\tdeltaAddDelta 1"},
+       4,
+       "Tolvane",
+       "Run-time error '62':..."},
       // A group whose slave is a dial without targetGeom.
       {{"Channels for  BODY:1", "", "\tEMC Channel", "\tSlave: PBMBreathe", "\tMaster: X",
         "\tFigure: Figure 1", "\tMaster Part: BODY:1", "\tdeltaAddDelta 1"},
