@@ -4,6 +4,7 @@
 // Usage: morph_bench [MB]; the aim is under 2 s and within 5x of cp for each.
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -44,6 +45,7 @@ struct Bench {
   fs::path dir;
   fs::path dest;
   fs::path source;
+  fs::path pristine;
   tolvane::ui::ScriptedServices services;
   tolvane::ui::MemorySettings settings;
   std::unique_ptr<tolvane::Program> program;
@@ -58,6 +60,8 @@ struct Bench {
     auto start = Clock::now();
     tolvane::gen::writeLargeFigure(dest, options);
     fs::copy_file(dest, source);
+    pristine = dir / "pristine.cr2";
+    fs::copy_file(dest, pristine);
     std::printf("generated %s (%.1f MB) in %.2f s\n", dest.c_str(), fs::file_size(dest) / 1e6,
                 seconds(start));
     tolvane::ProgramOptions po;
@@ -92,30 +96,34 @@ struct Bench {
   double copy() {
     panes(true);
     channels("hip_M1");
+    ::sync();
     saveAnswers();
     return timed([&] { tolvane::morph::CopyToDestClick(*program); });
   }
 
-  double rename() {
+  double rename(int round) {
     panes(false);
-    channels("hip_M2");
+    channels("hip_M" + std::to_string(2 + 2 * round));
     auto& f = program->opening;
     tolvane::morph::RenameMorphClick(*program);  // offers the two kinds
     f.OptionChannelRename.setValue(true);
-    services.input("hip_Renamed");
+    services.input("hip_Renamed" + std::to_string(round));
     saveAnswers();
+    ::sync();
     return timed([&] { tolvane::morph::RenameMorphClick(*program); });
   }
 
-  double remove() {
+  double remove(int round) {
     panes(false);
-    channels("hip_M3");
+    channels("hip_M" + std::to_string(3 + 2 * round));
     saveAnswers();
+    ::sync();
     return timed([&] { tolvane::morph::RemoveMorphs(*program); });
   }
 
   double cp() {
     std::string command = "cp '" + dest.string() + "' '" + (dir / "cp.cr2").string() + "'";
+    ::sync();
     return timed([&] { require(std::system(command.c_str()) == 0, "cp failed"); });
   }
 };
@@ -124,24 +132,31 @@ int run(int argc, char** argv) {
   Bench b;
   b.setUp(argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 100);
   b.cp();  // brings the file into the page cache
-  double cp = b.cp();
+  // Best of three rounds; every tool must have replaced the file: its length changes.
+  constexpr int kRounds = 3;
+  double cp = 1e9;
   struct Row {
     const char* name;
     double time;
-  } rows[3];
-  // Each tool must have replaced the file: its length changes every time.
+  } rows[3] = {{"morph copy", 1e9}, {"rename", 1e9}, {"removal", 1e9}};
   auto size = [&] { return fs::file_size(b.dest); };
-  auto before = size();
-  rows[0] = {"morph copy", b.copy()};
-  require(size() != before, "the copy did not replace the file");
-  before = size();
-  rows[1] = {"rename", b.rename()};
-  require(size() == before + 10, "the rename did not replace the file");
-  before = size();
-  rows[2] = {"removal", b.remove()};
-  require(size() < before, "the removal did not replace the file");
+  for (int round = 0; round < kRounds; ++round) {
+    // A copy leaves no empty line behind, and a figure without them takes no second
+    // copy: each round starts from the generated figure.
+    fs::copy_file(b.pristine, b.dest, fs::copy_options::overwrite_existing);
+    cp = std::min(cp, b.cp());
+    auto before = size();
+    rows[0].time = std::min(rows[0].time, b.copy());
+    require(size() > before, "the copy did not replace the file");
+    before = size();
+    rows[1].time = std::min(rows[1].time, b.rename(round));
+    require(size() == before + 12, "the rename did not replace the file");
+    before = size();
+    rows[2].time = std::min(rows[2].time, b.remove(round));
+    require(size() < before, "the removal did not replace the file");
+  }
   require(b.services.pending() == 0, "a tool did not ask what the benchmark answers");
-  std::printf("cp          %7.3f s\n", cp);
+  std::printf("best of %d rounds\ncp          %7.3f s\n", kRounds, cp);
   bool ok = true;
   for (const auto& r : rows) {
     std::printf("%-11s %7.3f s  %5.2fx cp\n", r.name, r.time, r.time / cp);

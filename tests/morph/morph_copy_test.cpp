@@ -244,6 +244,23 @@ TEST_F(MorphCopyTest, SlaveWithRotAndTranIsSoughtByItsNameLine) {
   EXPECT_EQ(readFile(dest), original);
 }
 
+TEST_F(MorphCopyTest, AFileWithoutEmptyLinesTakesNoFurtherCopy) {
+  // The copy drops the empty line that follows the brace of each definition, so the
+  // line behind the two copied ones is no longer the name line.
+  std::string source = copyFigure("source.cr2");
+  openSource(source);
+  viewChannels("hip");
+  selectChannels({"\tNarrow"});
+  services.expect("Success!", successQuestion(source), Answer::Yes);
+  services.dialog(dest);
+  fire("PictureCopyToDest", EventKind::Click);
+  std::string once = readFile(dest);
+  services.expect("Error!", "Note that the channel may not have transfered properly!");
+  fire("PictureCopyToDest", EventKind::Click);
+  EXPECT_EQ(services.pending(), 0u);
+  EXPECT_EQ(readFile(dest), once);
+}
+
 TEST_F(MorphCopyTest, RightClickExplains) {
   services.expect("Information", "Click this to copy a morph from the source to destination file.");
   EXPECT_TRUE(fire("PictureCopyToDest", EventKind::RightClick));
