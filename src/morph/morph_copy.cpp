@@ -146,16 +146,42 @@ class Inserter {
   LineWriter& m_out;
 };
 
+// The target actor named on list line 0: the "actor " prefix of its bare name and its
+// figure number.
+struct TargetActor {
+  std::string prefix;
+  std::string figureNumber;
+};
+
+TargetActor targetActor(const std::string& head) {
+  std::string part = Mid(head, 14);
+  std::size_t colon = InStr(part, ":");
+  if (colon == 0) core::raiseError(core::kInvalidProcedureCall, "No figure number in: " + part);
+  return {"actor " + core::Trim(core::Left(part, static_cast<long long>(colon) - 1)),
+          Mid(part, static_cast<long long>(colon) + 1)};
+}
+
+// In the actor's channels section: the block goes in, behind the brace of channels or
+// behind the slave channel's interp line. Returns the line read behind it.
+std::string insertInSection(Inserter& ins, LineReader& dest, LineReader& saved, const TargetActor& target,
+                            CopyRun& run) {
+  ins.copyThrough("channels", false);
+  ins.put(readLine(dest));
+  if (run.blockFound) {
+    ins.copyThrough("\t\ttargetGeom " + Mid(run.group.slave, 2), true);
+    ins.copyThrough("interp", false);
+  }
+  ins.writeBlock(saved, target.figureNumber, run.blockFound);
+  run.inserted = true;
+  std::string line = readLine(dest);
+  if (line == "     {") line = readLine(dest);
+  return line;
+}
+
 // Writes "\InsertMorph.txt": the destination with the block in the target actor.
 void insertBlock(Program& program, CopyRun& run) {
   auto& f = program.opening;
-  std::string part = Mid(f.ListChannels.list(0), 14);
-  std::size_t colon = InStr(part, ":");
-  if (colon == 0) core::raiseError(core::kInvalidProcedureCall, "No figure number in: " + part);
-  std::string prefix = "actor " + core::Trim(core::Left(part, static_cast<long long>(colon) - 1));
-  std::string figureNumber = Mid(part, static_cast<long long>(colon) + 1);
-  std::string slaveKey = "\t\ttargetGeom " + Mid(run.group.slave, 2);
-
+  const TargetActor target = targetActor(f.ListChannels.list(0));
   auto insertPath = program.workFile("\\InsertMorph.txt");
   core::deleteIgnoringErrors(insertPath);
   LineWriter out(insertPath, LineWriter::Mode::Append);
@@ -166,29 +192,16 @@ void insertBlock(Program& program, CopyRun& run) {
   std::string line;
   bool pending = false;
   while (pending || dest.readRawLine(line)) {
-    pending = false;
     pacer.tick();
-    if (!hasPrefix(line, prefix)) {
-      ins.put(line);
-      continue;
-    }
     ins.put(line);
+    pending = hasPrefix(line, target.prefix);
+    if (!pending) continue;
     ins.put(readLine(dest));
     ins.put(readLine(dest));
     line = readLine(dest);
-    pending = true;
     if (!contains(line, "name")) continue;
     ins.put(line);
-    ins.copyThrough("channels", false);
-    ins.put(readLine(dest));
-    if (run.blockFound) {
-      ins.copyThrough(slaveKey, true);
-      ins.copyThrough("interp", false);
-    }
-    ins.writeBlock(saved, figureNumber, run.blockFound);
-    run.inserted = true;
-    line = readLine(dest);
-    if (line == "     {") line = readLine(dest);
+    line = insertInSection(ins, dest, saved, target, run);
   }
   out.close();
   saved.close();

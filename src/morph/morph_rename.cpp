@@ -134,6 +134,26 @@ void save(Program& program, const Rename& r) {
     f.ListActors.setItem(f.ListActors.listIndex(), r.newActorsLine);
 }
 
+// The wait for the new name: TextMorphRename shows, and the typed line that Enter
+// ends goes into it. False when the user cancels the typing.
+bool takeTypedName(Program& program) {
+  auto& f = program.opening;
+  f.TextMorphRename.setVisible(true);
+  f.TextMorphRename.setFocus();
+  f.RenameWaitState = kWaiting;
+  auto typed =
+      program.services.inputLine("Type the new name and press Enter.", "Rename", f.TextMorphRename.text());
+  if (!typed) {
+    f.RenameWaitState = 0;
+    f.TextMorphRename.setVisible(false);
+    hideOptions(f);
+    return false;
+  }
+  f.TextMorphRename.setText(*typed);
+  f.RenameWaitState = kEntered;
+  return true;
+}
+
 }  // namespace
 
 void RenameMorphClick(Program& program) {
@@ -144,19 +164,7 @@ void RenameMorphClick(Program& program) {
     return;
   }
   if (!mayRename(program)) return;
-  f.TextMorphRename.setVisible(true);
-  f.TextMorphRename.setFocus();
-  f.RenameWaitState = kWaiting;
-  auto typed =
-      program.services.inputLine("Type the new name and press Enter.", "Rename", f.TextMorphRename.text());
-  if (!typed) {
-    f.RenameWaitState = 0;
-    f.TextMorphRename.setVisible(false);
-    hideOptions(f);
-    return;
-  }
-  f.TextMorphRename.setText(*typed);
-  f.RenameWaitState = kEntered;
+  if (!takeTypedName(program)) return;
 
   Rename r;
   r.bodyPart = f.OptionBodyPartRename.value();

@@ -78,6 +78,16 @@ TEST_F(MorphRenameTest, NoKeepsTheFileAndTheLists) {
   EXPECT_TRUE(core::fileExists(tp.work() / "RenMorph.txt"));
   EXPECT_EQ(f.ListChannels.list(4), "\tRound");
   EXPECT_FALSE(f.OptionBodyPartRename.visible());
+
+  // A cancelled typing ends the tool before the rewrite.
+  core::deleteIgnoringErrors(tp.work() / "RenMorph.txt");
+  chooseKind(false);
+  services.queue(ui::ScriptedAnswer::inputCancel());
+  fire("PictureRenameMorph", EventKind::Click);
+  EXPECT_EQ(services.pending(), 0u);
+  EXPECT_FALSE(core::fileExists(tp.work() / "RenMorph.txt"));
+  EXPECT_FALSE(f.TextMorphRename.visible());
+  EXPECT_FALSE(f.OptionChannelRename.visible());
 }
 
 TEST_F(MorphRenameTest, Refusals) {
