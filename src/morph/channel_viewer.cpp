@@ -1,5 +1,7 @@
 #include "morph/channel_viewer.h"
 
+#include <optional>
+
 #include "core/figure_text.h"
 #include "core/line_reader.h"
 #include "core/list_readers.h"
@@ -23,11 +25,14 @@ constexpr int kObjectNotSet = 91;
 
 // Reads the part's header twice: the declaration, then the definition that holds
 // the channels. A file without both is a run past its end.
-void findDefinition(core::LineReader& in, const std::string& header) {
+void findDefinition(core::LineReader& in, const std::string& header, Program* program) {
+  std::optional<Pacer> pacer;
+  if (program != nullptr) pacer.emplace(*program);
   std::string line;
   for (int found = 0; found < 2;) {
     if (!in.readRawLine(line)) core::raiseError(core::kInputPastEndOfFile, in.path().string());
     if (line == header) ++found;
+    if (pacer) pacer->tick();
   }
 }
 
@@ -88,13 +93,14 @@ std::string allChannelsPath(Program& program) {
              : f.LabelFileNameForEditor.caption();
 }
 
-std::vector<std::string> ScanPartChannels(const std::string& path, const std::string& selectedPart) {
+std::vector<std::string> ScanPartChannels(const std::string& path, const std::string& selectedPart,
+                                          Program* program) {
   if (!selectedPart.empty() && selectedPart.back() == ':')
     throw core::RuntimeError(kObjectNotSet, "Object variable or With block variable not set",
                              "No file to list the channels of \"" + selectedPart + "\" from");
   core::LineReader in(core::nativePath(path));
   std::string header = "actor" + selectedPart;
-  findDefinition(in, header);
+  findDefinition(in, header, program);
   std::vector<std::string> lines;
   try {
     scanFields(in, header, lines);
@@ -126,7 +132,7 @@ void showPartChannels(Program& program) {
   std::string source = f.LabelChannelFileNameForEditor.caption();
   if (source != destination) part = sourceFigureNumber(source, part);
   // The scan runs before anything on the form changes, so that a fault leaves it as it was.
-  std::vector<std::string> lines = ScanPartChannels(source, part);
+  std::vector<std::string> lines = ScanPartChannels(source, part, &program);
 
   setOn(f.PictureViewChannels, true);
   for (ui::Picture* p : {&f.PictureCopyToDest, &f.PictureRenameMorph, &f.PictureChangeRatio})

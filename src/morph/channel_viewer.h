@@ -20,7 +20,9 @@ void ViewChannelsRightClick(Program& program);
 // The lines a part's channels show under the head "Channels for ...": two lines per
 // plain morph, seven per EMC group. `selectedPart` begins with its blank. The file must
 // hold the part's header twice; a run past the end inside the channels ends quietly.
-std::vector<std::string> ScanPartChannels(const std::string& path, const std::string& selectedPart);
+// With a program, the scan yields to its event loop while it reads.
+std::vector<std::string> ScanPartChannels(const std::string& path, const std::string& selectedPart,
+                                          Program* program = nullptr);
 
 // The part name kept in SelectedPart, taken from a ListActors line.
 std::string selectedPartOf(const std::string& actorsLine);
