@@ -4,10 +4,18 @@
 // ListTextureMaps. Tools that change parts or channels run them again to refresh.
 #pragma once
 
+#include <filesystem>
 #include <string>
+#include <vector>
 
 namespace tolvane {
 class Program;
+namespace core {
+class FigureScanner;
+}
+namespace ui {
+class ListBox;
+}
 
 void ListPropGeometry(Program& program, const std::string& path);
 void ListPropGeometryPropFile(Program& program, const std::string& path);
@@ -19,4 +27,29 @@ void ListTextureMaps(Program& program, const std::string& path);
 // The display form of a path in the file labels: whole below 43 characters, else
 // "..." and its last 45 characters.
 std::string displayPath(const std::string& path);
+
+// The file a path text names: backslashes read as separators, a relative name taken
+// from the program's current directory.
+std::filesystem::path filePath(const Program& program, const std::string& text);
+
+// Adds a reader's entries at the end of a list at once, so that the view refreshes
+// once; the selection stays.
+void appendEntries(ui::ListBox& list, std::vector<std::string> entries);
+
+// Lets the event loop run about every 100 ms of reading.
+void yieldWhileReading(Program& program, core::FigureScanner& in);
+
+// The file ListAllChannels reads: the destination, or the source when the two file
+// labels differ.
+std::string allChannelsPath(const Program& program);
+
+// A click on ListMaterials: the swatches show that material's colours.
+void ListMaterialsClick(Program& program);
+// A colour list entry ("256  128  51.2") as a swatch colour (blue, green, red).
+unsigned swatchColour(const std::string& entry);
+
+// The pop-up list of texture values over TextMainTex and its timer.
+void TextMainTexMouseMove(Program& program);
+void HideAllTexMaps(Program& program);
+void TextMainOBJMouseMove(Program& program);
 }  // namespace tolvane

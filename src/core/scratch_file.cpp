@@ -7,6 +7,7 @@
 #include <cstdio>
 
 #include "core/runtime_error.h"
+#include "core/scratch_move.h"
 
 namespace tolvane::core {
 
@@ -33,8 +34,7 @@ void renameFile(const std::filesystem::path& from, const std::filesystem::path& 
 
 void replaceWithScratch(const std::filesystem::path& original, const std::filesystem::path& scratch) {
   if (!fileExists(scratch)) raiseError(kFileNotFound, scratch.string());
-  if (fileExists(original)) killFile(original);
-  renameFile(scratch, original);
+  moveScratchInto(scratch, original, true);
 }
 
 bool fileExists(const std::filesystem::path& path) {

@@ -14,7 +14,16 @@ void LoadWithoutDialog(Program& program, const std::string& path);
 // The click on LabelOpenSource.
 void OpenSource(Program& program);
 
+// Takes one leading blank off every line of the file, through Chop.doc in the
+// current directory.
+void ChopLeadingBlanks(Program& program, const std::string& path);
+
 enum class PathWriteVariant { Save, SaveAs, Open, Exit };
 // Writes the red path boxes into the open file through cr2temp.txt.
 void WritePathChanges(Program& program, PathWriteVariant variant);
+
+// The path boxes: a click on a label browses, a double click on a box ends a hand edit.
+void LabelMainOBJPathClick(Program& program);
+void MapLabelClick(Program& program, const std::string& label);
+void PathBoxDblClick(Program& program, const std::string& box);
 }  // namespace tolvane

@@ -1,21 +1,24 @@
 #include "program/file_save_step.h"
 
 #include "core/figure_text.h"
+#include "core/runtime_error.h"
 #include "core/scratch_file.h"
+#include "core/scratch_move.h"
 #include "program/program.h"
 #include "ui/services.h"
 
 namespace tolvane {
 
 std::optional<std::string> FileSaveStep(Program& program, const std::filesystem::path& scratch,
-                                        const std::string& proposedName, const std::string& currentFile) {
+                                        const std::string& proposedName, [[maybe_unused]] const std::string& currentFile) {
   auto chosen = ui::saveDialog(program.services, program.currentDir, proposedName);
   if (!chosen || chosen->empty()) return std::nullopt;
   program.setCurrentDirFromFile(*chosen);
   std::filesystem::path target = core::nativePath(*chosen);
-  if (*chosen == currentFile) core::killFile(target);
-  if (core::fileExists(target)) core::deleteIgnoringErrors(target);
-  core::renameFile(scratch, target);
+  if (!core::fileExists(scratch)) core::raiseError(core::kFileNotFound, scratch.string());
+  // The current file, or any other of the chosen name, goes only once the new text
+  // stands complete beside it, even when the Work folder lies on another disk.
+  core::moveScratchInto(scratch, target, true);
   return chosen;
 }
 

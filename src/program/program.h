@@ -4,6 +4,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -37,6 +38,8 @@ class Program {
   std::string appPath;
   std::string commandLine;
   bool quitRequested = false;
+  // Shows the Manual Editor on the file in LabelFileNameForEditor; set by the editor.
+  std::function<void()> onShowEditor;
 
   ui::Opening opening;
   ui::FormNotes formNotes;

@@ -1,0 +1,357 @@
+#include "core/figure_scan.h"
+
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <cstring>
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+#include "core/runtime_error.h"
+
+namespace tolvane::core {
+
+namespace {
+constexpr std::uint64_t kNone = ~0ull;
+
+std::int64_t nowMs() {
+  return std::chrono::duration_cast<std::chrono::milliseconds>(
+             std::chrono::steady_clock::now().time_since_epoch())
+      .count();
+}
+
+// Line ends (and commas) in a run of text: one read per line, one more per comma.
+std::uint64_t countReads(const char* from, const char* to, bool commas) {
+  std::uint64_t n = 0;
+#if defined(__SSE2__)
+  // Each byte lane counts its hits down from zero; the lanes are summed before any
+  // of them could wrap.
+  const __m128i cr = _mm_set1_epi8('\r');
+  const __m128i comma = _mm_set1_epi8(commas ? ',' : '\r');
+  const __m128i zero = _mm_setzero_si128();
+  while (to - from >= 16) {
+    __m128i lanes = zero;
+    for (int i = 0; i < 127 && to - from >= 16; ++i, from += 16) {
+      __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
+      lanes = _mm_sub_epi8(lanes, _mm_cmpeq_epi8(v, cr));
+      if (commas) lanes = _mm_sub_epi8(lanes, _mm_cmpeq_epi8(v, comma));
+    }
+    __m128i sums = _mm_sad_epu8(lanes, zero);
+    n += static_cast<std::uint64_t>(_mm_cvtsi128_si32(sums)) +
+         static_cast<std::uint64_t>(_mm_cvtsi128_si32(_mm_srli_si128(sums, 8)));
+  }
+#endif
+  for (; from < to; ++from) n += *from == '\r' || (commas && *from == ',');
+  return n;
+}
+
+// Characters that fill the delta lines and braces of a figure: a poor first probe.
+bool common(char c) { return std::strchr("0123456789 \t\r\n.-+dk{}", c) != nullptr && c != '\0'; }
+
+const char* findWord(const char* from, const char* to, const std::string& word, std::size_t probe) {
+  const char* p = from;
+  while (to - p >= static_cast<std::ptrdiff_t>(word.size())) {
+    const void* q = std::memchr(p + probe, word[probe], static_cast<std::size_t>(to - p) - probe);
+    if (q == nullptr) return nullptr;
+    const char* start = static_cast<const char*>(q) - probe;
+    if (to - start >= static_cast<std::ptrdiff_t>(word.size()) &&
+        std::memcmp(start, word.data(), word.size()) == 0)
+      return start;
+    p = start + 1;
+  }
+  return nullptr;
+}
+}  // namespace
+
+Needles::Needles(std::initializer_list<std::string_view> words) {
+  for (std::string_view w : words) {
+    m_words.emplace_back(w);
+    std::size_t probe = 0;
+    while (probe + 1 < w.size() && common(w[probe])) ++probe;
+    m_probe.push_back(common(w[probe]) ? 0 : probe);
+  }
+  m_next.assign(m_words.size(), kNone);
+  m_from.assign(m_words.size(), kNone);
+}
+
+FigureScanner::FigureScanner(const std::filesystem::path& path, std::size_t window) : m_path(path) {
+  m_fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (m_fd < 0) raiseError(errorNumberFromErrno(errno, false), path.string());
+  struct stat st {};
+  if (::fstat(m_fd, &st) != 0 || S_ISDIR(st.st_mode)) {
+    ::close(m_fd);
+    m_fd = -1;
+    raiseError(kPathFileAccessError, path.string());
+  }
+  m_length = static_cast<std::uint64_t>(st.st_size);
+  m_window = std::max<std::size_t>(window, 2);
+  m_lastYield = nowMs();
+}
+
+FigureScanner::~FigureScanner() { close(); }
+
+void FigureScanner::close() {
+  unmap();
+  if (m_fd >= 0) ::close(m_fd);
+  m_fd = -1;
+}
+
+void FigureScanner::setYield(std::function<void()> yield) { m_yield = std::move(yield); }
+
+bool FigureScanner::refill() {
+  if (m_eof) return false;
+  if (m_fd < 0) raiseError(kBadFileNameOrNumber, m_path.string());
+  std::uint64_t keep = m_base + m_keep;
+  std::uint64_t have = m_base + m_end;
+  if (have >= m_length) {
+    m_eof = true;
+    return false;
+  }
+  if (m_yield && nowMs() - m_lastYield >= 100) {
+    m_yield();
+    m_lastYield = nowMs();
+  }
+  // The next window starts at the page that holds the text still in use; it is at
+  // least twice that text, so one line longer than a window still fits.
+  static const std::uint64_t page = static_cast<std::uint64_t>(::sysconf(_SC_PAGESIZE));
+  std::uint64_t start = keep / page * page;
+  std::uint64_t size =
+      std::min<std::uint64_t>(std::max<std::uint64_t>(m_window, (have - start) * 2), m_length - start);
+  unmap();
+  void* map = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_POPULATE, m_fd, static_cast<off_t>(start));
+  if (map == MAP_FAILED) raiseError(kDeviceIOError, m_path.string());
+  ::madvise(map, size, MADV_SEQUENTIAL);
+  m_map = map;
+  m_mapSize = size;
+  m_data = static_cast<const char*>(map);
+  m_pos = static_cast<std::size_t>(m_base + m_pos - start);
+  m_keep = static_cast<std::size_t>(keep - start);
+  m_end = static_cast<std::size_t>(size);
+  m_base = start;
+  ++m_generation;
+  return true;
+}
+
+void FigureScanner::unmap() {
+  if (m_map != nullptr) ::munmap(m_map, m_mapSize);
+  m_map = nullptr;
+  m_data = nullptr;
+}
+
+void FigureScanner::settleLineFeed() {
+  if (!m_pendingLineFeed) return;
+  m_pendingLineFeed = false;
+  if (m_pos == m_end) {
+    m_keep = m_pos;
+    if (!refill()) return;
+  }
+  if (m_data[m_pos] == '\n') ++m_pos;
+}
+
+bool FigureScanner::atEnd() {
+  settleLineFeed();
+  if (m_pos < m_end) return false;
+  m_keep = m_pos;
+  return !refill();
+}
+
+bool FigureScanner::rawLine(std::string_view& out) {
+  if (atEnd()) return false;
+  std::size_t start = m_pos;
+  std::size_t scan = m_pos;
+  for (;;) {
+    const void* cr = std::memchr(m_data + scan, '\r', m_end - scan);
+    if (cr != nullptr) {
+      std::size_t at = static_cast<std::size_t>(static_cast<const char*>(cr) - m_data);
+      out = std::string_view(m_data + start, at - start);
+      m_pos = at + 1;
+      if (m_pos < m_end) {
+        if (m_data[m_pos] == '\n') ++m_pos;
+      } else {
+        m_pendingLineFeed = true;
+      }
+      break;
+    }
+    std::size_t before = m_base;
+    scan = m_end;
+    m_keep = start;
+    if (!refill()) {
+      start -= static_cast<std::size_t>(m_base - before);
+      out = std::string_view(m_data + start, m_end - start);
+      m_pos = m_end;
+      break;
+    }
+    start -= static_cast<std::size_t>(m_base - before);
+    scan -= static_cast<std::size_t>(m_base - before);
+  }
+  m_atLineStart = true;
+  return true;
+}
+
+bool FigureScanner::field(std::string_view& out) {
+  if (atEnd()) return false;
+  for (;;) {
+    if (m_pos == m_end) {
+      m_keep = m_pos;
+      if (!refill()) break;
+    }
+    char c = m_data[m_pos];
+    if (c != ' ' && c != '\t') break;
+    ++m_pos;
+  }
+  bool quoted = m_pos < m_end && m_data[m_pos] == '"';
+  if (quoted) ++m_pos;
+  std::size_t start = m_pos;
+  std::size_t stop = std::string::npos;  // end of the field's text
+  for (;;) {
+    if (m_pos < m_end) {
+      const char* from = m_data + m_pos;
+      std::size_t left = m_end - m_pos;
+      const char* hit;
+      if (quoted && stop == std::string::npos) {
+        hit = static_cast<const char*>(std::memchr(from, '"', left));
+      } else {
+        const char* cr = static_cast<const char*>(std::memchr(from, '\r', left));
+        std::size_t span = cr ? static_cast<std::size_t>(cr - from) : left;
+        const char* comma = static_cast<const char*>(std::memchr(from, ',', span));
+        hit = comma ? comma : cr;
+      }
+      if (hit != nullptr) {
+        std::size_t at = static_cast<std::size_t>(hit - m_data);
+        if (quoted && stop == std::string::npos) {
+          stop = at;
+          m_pos = at + 1;  // the rest up to the delimiter is dropped
+          continue;
+        }
+        if (stop == std::string::npos) stop = at;
+        m_pos = at;
+        break;
+      }
+      m_pos = m_end;
+    }
+    std::size_t before = m_base;
+    m_keep = start;
+    bool more = refill();
+    std::size_t shift = static_cast<std::size_t>(m_base - before);
+    start -= shift;
+    if (stop != std::string::npos) stop -= shift;
+    if (!more) break;
+  }
+  if (stop == std::string::npos) stop = m_pos;
+  out = std::string_view(m_data + start, stop - start);
+  m_atLineStart = true;
+  if (m_pos < m_end) {
+    if (m_data[m_pos] == ',') {
+      ++m_pos;
+      m_atLineStart = false;
+    } else if (m_data[m_pos] == '\r') {
+      ++m_pos;
+      if (m_pos < m_end) {
+        if (m_data[m_pos] == '\n') ++m_pos;
+      } else {
+        m_pendingLineFeed = true;
+      }
+    }
+  }
+  return true;
+}
+
+std::string_view FigureScanner::ReadRawLine() {
+  std::string_view line;
+  if (!rawLine(line)) raiseError(kInputPastEndOfFile, m_path.string());
+  return line;
+}
+
+std::string_view FigureScanner::ReadField() {
+  std::string_view f;
+  if (!field(f)) raiseError(kInputPastEndOfFile, m_path.string());
+  return f;
+}
+
+std::uint64_t FigureScanner::findNeedle(Needles& needles) {
+  std::uint64_t at = m_base + m_pos;
+  if (needles.m_generation != m_generation) {
+    needles.m_generation = m_generation;
+    std::fill(needles.m_from.begin(), needles.m_from.end(), kNone);
+  }
+  std::uint64_t best = kNone;
+  for (std::size_t i = 0; i < needles.m_words.size(); ++i) {
+    bool cached = needles.m_from[i] != kNone && needles.m_from[i] <= at &&
+                  (needles.m_next[i] == kNone || needles.m_next[i] >= at);
+    if (!cached) {
+      const std::string& w = needles.m_words[i];
+      const char* hit = findWord(m_data + m_pos, m_data + m_end, w, needles.m_probe[i]);
+      needles.m_next[i] = hit ? m_base + static_cast<std::uint64_t>(hit - m_data) : kNone;
+      needles.m_from[i] = at;
+    }
+    if (needles.m_next[i] < best) best = needles.m_next[i];
+  }
+  return best;
+}
+
+std::uint64_t FigureScanner::skipRegion(std::size_t end, bool fields, bool count) {
+  std::uint64_t n = count ? countReads(m_data + m_pos, m_data + end, fields) : end - m_pos;
+  m_pos = end;
+  return n;
+}
+
+const void* FigureScanner::lastLineEnd(std::size_t to) const {
+  return to > m_pos ? ::memrchr(m_data + m_pos, '\r', to - m_pos) : nullptr;
+}
+
+std::size_t FigureScanner::afterLineEnd(const void* cr) const {
+  std::size_t at = static_cast<std::size_t>(static_cast<const char*>(cr) - m_data) + 1;
+  return at < m_end && m_data[at] == '\n' ? at + 1 : at;
+}
+
+std::uint64_t FigureScanner::tailReads(std::size_t stop, bool fields) const {
+  const void* cr = lastLineEnd(stop);
+  std::size_t tail = cr ? afterLineEnd(cr) : m_pos;
+  if (tail >= stop) return 0;
+  return fields && m_data[stop - 1] == ',' ? 0 : 1;
+}
+
+std::uint64_t FigureScanner::skipLines(Needles& needles, bool fields, bool count) {
+  if (!m_atLineStart) return 0;
+  std::uint64_t total = 0;
+  for (;;) {
+    settleLineFeed();
+    if (m_pos == m_end) {
+      m_keep = m_pos;
+      if (!refill()) return total;
+    }
+    std::uint64_t hit = findNeedle(needles);
+    bool found = hit != kNone;
+    // Up to the line that holds the keyword, or over the window's whole lines; the
+    // last line end of a window is left for the next, which holds its line feed.
+    const void* cr = lastLineEnd(found ? static_cast<std::size_t>(hit - m_base) : m_end - 1);
+    if (found && cr == nullptr) return total;  // the keyword stands in the line at hand
+    if (!found && cr == nullptr) {
+      m_keep = m_pos;
+      if (refill()) continue;
+    }
+    std::size_t stop = cr ? afterLineEnd(cr) : m_end;  // no line end left: the file's last line
+    if (fields) {
+      // A field that opens with a double quote may run over line ends: such lines are
+      // left to the field reader.
+      if (const void* q = std::memchr(m_data + m_pos, '"', stop - m_pos)) {
+        cr = lastLineEnd(static_cast<std::size_t>(static_cast<const char*>(q) - m_data));
+        if (cr == nullptr) return total;
+        stop = afterLineEnd(cr);
+        found = true;
+      }
+    }
+    bool last = stop == m_end && m_eof;
+    if (last && count) total += tailReads(stop, fields);
+    total += skipRegion(stop, fields, count);
+    if (found || last) return total;
+  }
+}
+
+}  // namespace tolvane::core

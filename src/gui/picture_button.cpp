@@ -1,0 +1,105 @@
+#include "gui/picture_button.h"
+
+#include <QDragEnterEvent>
+#include <QMimeData>
+#include <QPainter>
+#include <QStyleOption>
+
+namespace tolvane::gui {
+
+QMimeData* makeLinesMimeData(const QString& source, const QStringList& lines) {
+  auto* mime = new QMimeData;
+  mime->setData(kLinesMimeType, source.toUtf8());
+  mime->setText(lines.join('\n'));
+  return mime;
+}
+
+QString linesSource(const QMimeData* mime) {
+  if (mime == nullptr || !mime->hasFormat(kLinesMimeType)) return {};
+  return QString::fromUtf8(mime->data(kLinesMimeType));
+}
+
+PictureButton::PictureButton(QWidget* parent, int side)
+    : QWidget(parent), m_colour(255, 224, 192), m_side(side) {
+  setFixedSize(side, side);
+  setCursor(Qt::PointingHandCursor);
+  // The tools give a picture the focus to take its keys.
+  setFocusPolicy(Qt::ClickFocus);
+}
+
+void PictureButton::setColour(const QColor& colour) {
+  if (colour == m_colour) return;
+  m_colour = colour;
+  update();
+}
+
+void PictureButton::setIcon(const QPixmap& icon) {
+  m_icon = icon;
+  update();
+}
+
+void PictureButton::paintEvent(QPaintEvent*) {
+  QPainter p(this);
+  QRect r = rect().adjusted(0, 0, -1, -1);
+  QColor fill = isEnabled() ? m_colour : m_colour.lighter(115);
+  if (m_dragOver) fill = fill.darker(125);
+  p.fillRect(r, fill);
+  // A raised edge at rest, a sunken one while pressed.
+  QColor light = m_down ? QColor(90, 90, 90) : QColor(255, 255, 255);
+  QColor dark = m_down ? QColor(255, 255, 255) : QColor(90, 90, 90);
+  p.setPen(light);
+  p.drawLine(r.topLeft(), r.topRight());
+  p.drawLine(r.topLeft(), r.bottomLeft());
+  p.setPen(dark);
+  p.drawLine(r.bottomLeft(), r.bottomRight());
+  p.drawLine(r.topRight(), r.bottomRight());
+  if (!m_icon.isNull()) {
+    QPoint at((width() - m_icon.width()) / 2, (height() - m_icon.height()) / 2);
+    if (m_down) at += QPoint(1, 1);
+    if (!isEnabled()) p.setOpacity(0.4);
+    p.drawPixmap(at, m_icon);
+  }
+  if (hasFocus()) {
+    p.setPen(QPen(palette().color(QPalette::Highlight), 1, Qt::DotLine));
+    p.drawRect(r.adjusted(2, 2, -2, -2));
+  }
+}
+
+void PictureButton::mousePressEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton) {
+    m_down = true;
+    update();
+  }
+  QWidget::mousePressEvent(event);
+}
+
+void PictureButton::mouseReleaseEvent(QMouseEvent* event) {
+  if (m_down) {
+    m_down = false;
+    update();
+  }
+  QWidget::mouseReleaseEvent(event);
+}
+
+void PictureButton::dragEnterEvent(QDragEnterEvent* event) {
+  if (linesSource(event->mimeData()).isEmpty()) return;
+  m_dragOver = true;
+  update();
+  event->acceptProposedAction();
+}
+
+void PictureButton::dragLeaveEvent(QDragLeaveEvent*) {
+  m_dragOver = false;
+  update();
+}
+
+void PictureButton::dropEvent(QDropEvent* event) {
+  m_dragOver = false;
+  update();
+  QString source = linesSource(event->mimeData());
+  if (source.isEmpty()) return;
+  event->acceptProposedAction();
+  emit linesDropped(source);
+}
+
+}  // namespace tolvane::gui

@@ -1,0 +1,234 @@
+#include "gui/qt_services.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTextDocument>
+#include <QThread>
+#include <QTimer>
+
+#include "gui/qt_text.h"
+#include "gui/tile_close.h"
+
+namespace tolvane::gui {
+
+std::unique_ptr<QMessageBox> QtServices::makeMessageBox(const ui::Message& message, QWidget* parent) {
+  using B = QMessageBox::StandardButton;
+  QMessageBox::StandardButtons buttons = B::Ok;
+  switch (message.buttons) {
+    case ui::Buttons::OK:
+      buttons = B::Ok;
+      break;
+    case ui::Buttons::OKCancel:
+      buttons = B::Ok | B::Cancel;
+      break;
+    case ui::Buttons::YesNo:
+      buttons = B::Yes | B::No;
+      break;
+    case ui::Buttons::YesNoCancel:
+      buttons = B::Yes | B::No | B::Cancel;
+      break;
+    case ui::Buttons::AbortRetryIgnore:
+      buttons = B::Abort | B::Retry | B::Ignore;
+      break;
+    case ui::Buttons::RetryCancel:
+      buttons = B::Retry | B::Cancel;
+      break;
+  }
+  QMessageBox::Icon icon = QMessageBox::NoIcon;
+  switch (message.icon) {
+    case ui::Icon::None:
+      icon = QMessageBox::NoIcon;
+      break;
+    case ui::Icon::Critical:
+      icon = QMessageBox::Critical;
+      break;
+    case ui::Icon::Question:
+      icon = QMessageBox::Question;
+      break;
+    case ui::Icon::Exclamation:
+      icon = QMessageBox::Warning;
+      break;
+    case ui::Icon::Information:
+      icon = QMessageBox::Information;
+      break;
+  }
+  auto box = std::make_unique<QMessageBox>(icon, fromBytes(message.title), fromBytesMultiLine(message.text),
+                                           buttons, parent);
+  box->setTextFormat(Qt::PlainText);
+  return box;
+}
+
+ui::Answer QtServices::answerOf(int standardButton) {
+  switch (standardButton) {
+    case QMessageBox::Ok:
+      return ui::Answer::OK;
+    case QMessageBox::Yes:
+      return ui::Answer::Yes;
+    case QMessageBox::No:
+      return ui::Answer::No;
+    case QMessageBox::Abort:
+      return ui::Answer::Abort;
+    case QMessageBox::Retry:
+      return ui::Answer::Retry;
+    case QMessageBox::Ignore:
+      return ui::Answer::Ignore;
+    default:
+      return ui::Answer::Cancel;
+  }
+}
+
+ui::Answer QtServices::message(const ui::Message& message) {
+  auto box = makeMessageBox(message, m_window);
+  QApplication::restoreOverrideCursor();
+  int result = box->exec();
+  if (m_busy) QApplication::setOverrideCursor(Qt::WaitCursor);
+  // Closing a box with Escape or the title bar counts as its Cancel or its only button.
+  if (result == QMessageBox::NoButton || box->clickedButton() == nullptr)
+    return message.buttons == ui::Buttons::OK ? ui::Answer::OK : ui::Answer::Cancel;
+  return answerOf(box->standardButton(box->clickedButton()));
+}
+
+QString QtServices::dialogFilter(const std::string& filter) {
+  QString text = fromBytes(filter);
+  if (!text.contains('|')) return text;
+  QStringList parts = text.split('|');
+  QStringList out;
+  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+    QString patterns = parts[i + 1];
+    patterns.replace(';', ' ');
+    out << parts[i] + " (" + patterns + ")";
+  }
+  return out.join(";;");
+}
+
+std::optional<std::string> QtServices::fileDialog(const ui::FileDialogRequest& request) {
+  bool open = request.kind == ui::FileDialogRequest::Kind::Open;
+  QString title = fromBytes(request.title);
+  if (title.isEmpty()) title = open ? QObject::tr("Open") : QObject::tr("Save As");
+  QFileDialog dialog(m_window, title, fromPath(request.startFolder));
+  dialog.setAcceptMode(open ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
+  dialog.setFileMode(open ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+  // The tools ask their own questions about replacing a file.
+  dialog.setOption(QFileDialog::DontConfirmOverwrite, true);
+  if (!request.filter.empty()) dialog.setNameFilter(dialogFilter(request.filter));
+  if (!request.fileName.empty()) dialog.selectFile(fromPathText(request.fileName));
+  QApplication::restoreOverrideCursor();
+  bool accepted = dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty();
+  if (m_busy) QApplication::setOverrideCursor(Qt::WaitCursor);
+  if (!accepted) return std::nullopt;
+  return toPathText(QDir::toNativeSeparators(dialog.selectedFiles().first()));
+}
+
+std::optional<std::string> QtServices::inputLine(const std::string& prompt, const std::string& title,
+                                                 const std::string& initial) {
+  bool ok = false;
+  QString text = QInputDialog::getText(m_window, fromBytes(title), fromBytesMultiLine(prompt),
+                                       QLineEdit::Normal, fromBytes(initial), &ok);
+  if (!ok) return std::nullopt;
+  return toBytes(text);
+}
+
+std::optional<ui::Colour> QtServices::chooseColour(ui::Colour initial) {
+  QColor chosen = QColorDialog::getColor(toQColor(initial), m_window);
+  if (!chosen.isValid()) return std::nullopt;
+  return fromQColor(chosen);
+}
+
+void QtServices::printText(QPrinter& printer, const ui::PrintJob& job) {
+  QTextDocument document;
+  QFont font(fromBytes(job.fontFamily), job.fontSize);
+  font.setStyleHint(QFont::TypeWriter);
+  font.setFixedPitch(true);
+  document.setDefaultFont(font);
+  document.setPlainText(fromBytesMultiLine(job.text));
+  if (!job.title.empty()) printer.setDocName(fromBytes(job.title));
+  document.print(&printer);
+}
+
+bool QtServices::print(const ui::PrintJob& job) {
+  QPrinter printer(QPrinter::HighResolution);
+  QPrintDialog dialog(&printer, m_window);
+  if (!job.title.empty()) dialog.setWindowTitle(fromBytes(job.title));
+  if (dialog.exec() != QDialog::Accepted) return false;
+  printText(printer, job);
+  return true;
+}
+
+void QtServices::beep() { QApplication::beep(); }
+
+void QtServices::setBusy(bool busy) {
+  if (busy == m_busy) return;
+  m_busy = busy;
+  if (busy)
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+  else
+    while (QApplication::overrideCursor() != nullptr) QApplication::restoreOverrideCursor();
+}
+
+void QtServices::yield() { QCoreApplication::processEvents(QEventLoop::AllEvents, 50); }
+
+void QtServices::playSound(const std::filesystem::path& file) {
+  std::error_code ec;
+  if (!std::filesystem::is_regular_file(file, ec)) return;
+  for (const char* player : {"paplay", "aplay"}) {
+    QString exe = QStandardPaths::findExecutable(player);
+    if (exe.isEmpty()) continue;
+    QProcess::startDetached(exe, {fromPath(file)});
+    return;
+  }
+}
+
+bool QtServices::startProcess(const std::string& program, const std::vector<std::string>& args) {
+  QStringList arguments;
+  for (const std::string& a : args) arguments << fromPathText(a);
+  QString exe = fromPathText(program);
+  if (exe.endsWith(".exe", Qt::CaseInsensitive)) {
+    QString wine = QStandardPaths::findExecutable("wine");
+    if (wine.isEmpty()) return false;
+    arguments.prepend(exe);
+    exe = wine;
+  }
+  return QProcess::startDetached(exe, arguments);
+}
+
+std::optional<std::string> QtServices::httpGet(const std::string& url) {
+  QNetworkAccessManager manager;
+  QNetworkReply* reply = manager.get(QNetworkRequest(QUrl(fromPathText(url))));
+  QEventLoop loop;
+  QTimer timer;
+  timer.setSingleShot(true);
+  QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
+  QObject::connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
+  timer.start(m_httpTimeoutMs);
+  if (!reply->isFinished()) loop.exec();
+  std::optional<std::string> body;
+  if (reply->isFinished() && reply->error() == QNetworkReply::NoError) body = reply->readAll().toStdString();
+  reply->abort();
+  reply->deleteLater();
+  return body;
+}
+
+void QtServices::tileClose() {
+  if (m_window != nullptr && m_window->isVisible()) paintTileClose(*m_window);
+}
+
+std::filesystem::path QtServices::systemFolder() {
+  QString folder = qEnvironmentVariable("TOLVANE_SYSTEMDIR");
+  if (folder.isEmpty()) folder = QCoreApplication::applicationDirPath();
+  return std::filesystem::path(toPathText(folder));
+}
+
+std::chrono::system_clock::time_point QtServices::now() { return std::chrono::system_clock::now(); }
+
+}  // namespace tolvane::gui

@@ -1,0 +1,55 @@
+// The Services of the desktop program: Qt's message boxes and dialogs, the printer,
+// sounds and outside programs started without waiting, HTTP with a time limit, the busy
+// pointer, and the closing effect painted over the main window.
+#pragma once
+
+#include <QMessageBox>
+#include <QPointer>
+#include <QWidget>
+#include <memory>
+
+#include "ui/services.h"
+
+class QPrinter;
+
+namespace tolvane::gui {
+
+class QtServices : public ui::Services {
+ public:
+  QtServices() = default;
+
+  // The window the dialogs belong to and the closing effect paints.
+  void setWindow(QWidget* window) { m_window = window; }
+  void setHttpTimeoutMs(int ms) { m_httpTimeoutMs = ms; }
+
+  ui::Answer message(const ui::Message& message) override;
+  std::optional<std::string> fileDialog(const ui::FileDialogRequest& request) override;
+  std::optional<std::string> inputLine(const std::string& prompt, const std::string& title,
+                                       const std::string& initial) override;
+  std::optional<ui::Colour> chooseColour(ui::Colour initial) override;
+  bool print(const ui::PrintJob& job) override;
+  void beep() override;
+  void setBusy(bool busy) override;
+  void yield() override;
+  void playSound(const std::filesystem::path& file) override;
+  bool startProcess(const std::string& program, const std::vector<std::string>& args) override;
+  std::optional<std::string> httpGet(const std::string& url) override;
+  void tileClose() override;
+  std::filesystem::path systemFolder() override;
+  std::chrono::system_clock::time_point now() override;
+
+  // The message box as it is shown: title, text, buttons and icon of the request.
+  static std::unique_ptr<QMessageBox> makeMessageBox(const ui::Message& message, QWidget* parent);
+  static ui::Answer answerOf(int standardButton);
+  // Prints the job's text in its fixed font on a printer that is already set up.
+  static void printText(QPrinter& printer, const ui::PrintJob& job);
+  // Turns "Text files|*.txt|All|*.*" into Qt's filter form; other text stays as it is.
+  static QString dialogFilter(const std::string& filter);
+
+ private:
+  QPointer<QWidget> m_window;
+  bool m_busy = false;
+  int m_httpTimeoutMs = 10000;
+};
+
+}  // namespace tolvane::gui

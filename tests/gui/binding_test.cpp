@@ -1,0 +1,154 @@
+// Model to widget: what a change in a form model shows, and that a refresh touches only
+// what changed.
+#include <QApplication>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QRadioButton>
+#include <QTest>
+#include <functional>
+
+#include "gui/binders.h"
+#include "gui/picture_button.h"
+#include "gui/qt_text.h"
+#include "gui_test_support.h"
+#include "program/program.h"
+
+using namespace tolvane;
+using namespace tolvane::gui;
+using namespace tolvane::gui::test;
+
+class BindingTest : public QObject {
+  Q_OBJECT
+ private slots:
+  void modelChangesShowInTheWidgets();
+  void appendedLinesKeepTheLinesShown();
+  void userEditIsNotWrittenBack();
+  void optionGroupKeepsTheModelInStep();
+  void textConversionKeepsEveryByte();
+};
+
+void BindingTest::modelChangesShowInTheWidgets() {
+  WindowFixture f;
+  f.showFigurePage();
+  ui::Opening& o = f.opening();
+  struct Case {
+    const char* what;
+    std::function<void()> change;
+    std::function<bool()> shown;
+  };
+  const Case cases[] = {
+      {"label caption", [&] { o.LabelFileName.setCaption("...\\Runtime\\Libraries\\Vicky.cr2"); },
+       [&] { return f.widget<QLabel>("LabelFileName")->text() == "...\\Runtime\\Libraries\\Vicky.cr2"; }},
+      {"label turns red (BGR 0000FF)", [&] { o.LabelMainTex.setForeColor(ui::kRed); },
+       [&] {
+         return f.widget<QLabel>("LabelMainTex")->palette().color(QPalette::WindowText) == QColor(255, 0, 0);
+       }},
+      {"tool picture on (BGR 008000)", [&] { o.PictureViewChannels.setBackColor(ui::kToolOn); },
+       [&] { return f.widget<PictureButton>("PictureViewChannels")->colour() == QColor(0, 128, 0); }},
+      {"swatch colour (BGR C0E0FF)", [&] { o.PictureJoints.setBackColor(ui::kToolRest); },
+       [&] { return f.widget<PictureButton>("PictureJoints")->colour() == QColor(255, 224, 192); }},
+      {"text box", [&] { o.TextMainOBJ.setText(":Runtime:Geometries:Vicky:Vicky.obj"); },
+       [&] { return f.widget<QLineEdit>("TextMainOBJ")->text() == ":Runtime:Geometries:Vicky:Vicky.obj"; }},
+      {"list lines",
+       [&] {
+         o.ListActors.setItems({" BODY:1 * 13", "    hip:1 * 112"});
+       },
+       [&] {
+         auto* l = f.widget<QListWidget>("ListActors");
+         return l->count() == 2 && l->item(1)->text() == "    hip:1 * 112";
+       }},
+      {"list selection", [&] { o.ListActors.setSelected(1, true); },
+       [&] { return f.widget<QListWidget>("ListActors")->item(1)->isSelected(); }},
+      {"list text colour (BGR 400000)", [&] { o.ListPropObj.setForeColor(0x400000); },
+       [&] {
+         return f.widget<QListWidget>("ListPropObj")->palette().color(QPalette::Text) == QColor(0, 0, 64);
+       }},
+      {"tool tip", [&] { o.TextMainOBJ.setToolTip("/Poser/Runtime/Geometries/Vicky.obj"); },
+       [&] {
+         return f.widget<QLineEdit>("TextMainOBJ")->toolTip() == "/Poser/Runtime/Geometries/Vicky.obj";
+       }},
+      {"hidden", [&] { o.PictureTrash.setVisible(false); },
+       [&] { return !f.window->widgetFor("PictureTrash")->isVisible(); }},
+      {"disabled", [&] { o.PictureJoints.setEnabled(false); },
+       [&] { return !f.window->widgetFor("PictureJoints")->isEnabled(); }},
+      {"menu enabled", [&] { o.MenuCR2Tools.setEnabled(true); },
+       [&] { return f.window->menuFor("MenuCR2Tools")->menuAction()->isEnabled(); }},
+      {"form caption", [&] { o.setCaption("Tolvane - Vicky.cr2"); },
+       [&] { return f.window->windowTitle() == "Tolvane - Vicky.cr2"; }},
+  };
+  for (const Case& c : cases) {
+    c.change();
+    QApplication::processEvents();
+    QVERIFY2(c.shown(), c.what);
+  }
+}
+
+void BindingTest::appendedLinesKeepTheLinesShown() {
+  WindowFixture f;
+  f.showFigurePage();
+  ui::ListBox& channels = f.opening().ListChannels;
+  channels.setItems({"ALL CHANNELS", "************************"});
+  FormBinding::flushAll();
+  auto* list = f.widget<QListWidget>("ListChannels");
+  QListWidgetItem* first = list->item(0);
+  for (int i = 0; i < 500; ++i) channels.addItem("hip:1\tMorph" + std::to_string(i));
+  FormBinding::flushAll();
+  QCOMPARE(list->count(), 502);
+  QCOMPARE(list->item(0), first);  // the lines already shown were not made again
+  QCOMPARE(list->item(501)->text(), QString("hip:1\tMorph499"));
+
+  channels.removeItem(1);
+  FormBinding::flushAll();
+  QCOMPARE(list->count(), 501);
+  QCOMPARE(list->item(1)->text(), QString("hip:1\tMorph0"));
+  channels.clear();
+  FormBinding::flushAll();
+  QCOMPARE(list->count(), 0);
+}
+
+void BindingTest::userEditIsNotWrittenBack() {
+  WindowFixture f;
+  f.showFigurePage();
+  auto* box = f.widget<QLineEdit>("TextMainTex");
+  box->setFocus();
+  QTest::keyClicks(box, "C:tex.tif");
+  box->setCursorPosition(3);
+  QApplication::processEvents();
+  QCOMPARE(f.opening().TextMainTex.text(), std::string("C:tex.tif"));
+  QCOMPARE(box->cursorPosition(), 3);  // the echo of the model did not reset the box
+  f.opening().TextMainTex.setText("NO_MAP");
+  QApplication::processEvents();
+  QCOMPARE(box->text(), QString("NO_MAP"));
+}
+
+void BindingTest::optionGroupKeepsTheModelInStep() {
+  WindowFixture f;
+  ui::Opening& o = f.opening();
+  o.OptionChannelRename.setVisible(true);
+  o.OptionBodyPartRename.setVisible(true);
+  QApplication::processEvents();
+  QVERIFY(f.widget<QRadioButton>("OptionChannelRename")->isChecked());
+  QTest::mouseClick(f.widget<QRadioButton>("OptionBodyPartRename"), Qt::LeftButton);
+  QVERIFY(o.OptionBodyPartRename.value());
+  QVERIFY(!o.OptionChannelRename.value());
+  QCOMPARE(f.recorder.of("OptionBodyPartRename", EventKind::Click).size(), size_t(1));
+}
+
+void BindingTest::textConversionKeepsEveryByte() {
+  std::string all;
+  for (int b = 0; b < 256; ++b) all.push_back(static_cast<char>(b));
+  QCOMPARE(toBytes(fromBytes(all)), all);
+  QCOMPARE(fromBytes("\x80 caf\xe9 \x93q\x94"), QString::fromUtf8("€ café “q”"));
+  QCOMPARE(toBytes(QString::fromUtf8("Ω")), std::string("?"));
+  QCOMPARE(toBytesMultiLine(fromBytesMultiLine("a\r\nb\r\n")), std::string("a\r\nb\r\n"));
+  QCOMPARE(toQColor(0xC00000), QColor(0, 0, 192));
+  QCOMPARE(fromQColor(QColor(255, 224, 192)), ui::Colour(0xC0E0FF));
+  QCOMPARE(keyCode(Qt::Key_F3), 114);
+  QCOMPARE(keyCode(Qt::Key_Escape), 27);
+}
+
+QObject* newBindingTest() { return new BindingTest; }
+
+#include "binding_test.moc"
