@@ -24,9 +24,6 @@ void registerMorphEvents(EventTable& table) {
   addPicture(table, "PictureTrash", TrashClick, TrashRightClick);
   table.add("Opening", "PictureTrash", EventKind::Drop, TrashDrop);
   table.add("Opening", "TextMorphRename", EventKind::Key, TextMorphRenameKey);
-  for (const char* list : {"ListChannels", "ListActors"})
-    table.add("Opening", list, EventKind::Key,
-              [list](Program& p, const EventArgs& args) { TrashByKey(p, list, args); });
 
   table.add("Opening", "ListChannels", EventKind::Press, ListChannelsPress);
   table.add("Opening", "ListChannels", EventKind::Release, ListChannelsRelease);

@@ -5,7 +5,6 @@
 #include "core/line_writer.h"
 #include "core/runtime_error.h"
 #include "core/scratch_file.h"
-#include "morph/channel_viewer.h"
 #include "morph/morph_common.h"
 #include "program/events.h"
 #include "program/file_save_step.h"
@@ -231,20 +230,6 @@ void ListActorsPress(Program& program, const EventArgs&) {
   auto& f = program.opening;
   f.DragSource = "Actors";
   f.ListActorsDragOn = isOn(f.PictureTrash);
-}
-
-void TrashByKey(Program& program, const std::string& list, const EventArgs& args) {
-  constexpr int kDelete = 46;
-  if (args.keyCode != kDelete || !isOn(program.opening.PictureTrash)) return;
-  EventArgs drag;
-  drag.source = "Opening." + list;
-  if (list == "ListChannels") {
-    ListChannelsPress(program, drag);
-    ListChannelsRelease(program, drag);
-  } else {
-    ListActorsPress(program, drag);
-  }
-  TrashDrop(program, drag);
 }
 
 void TrashDrop(Program& program, const EventArgs& args) {

@@ -218,21 +218,6 @@ TEST_F(MorphRemoveTest, BodyPartRemovalRefusalsAndNo) {
   EXPECT_EQ(f.PictureTrash.backColor(), ui::kToolRest);
 }
 
-TEST_F(MorphRemoveTest, DeleteKeySendsTheSelectionToTheTrash) {
-  viewChannels("chest");
-  selectChannels({"\tRound"});
-  EventArgs del;
-  del.keyCode = 46;
-  fire("ListChannels", EventKind::Key, del);  // the trash is off: nothing happens
-  EXPECT_EQ(services.messages().size(), 0u);
-  fire("PictureTrash", EventKind::Click);
-  services.expect("Success!", "Morph \"Round\" removed from " + dest + ".  Save changes?", Answer::Yes);
-  services.dialog(dest);
-  fire("ListChannels", EventKind::Key, del);
-  EXPECT_EQ(services.pending(), 0u);
-  EXPECT_EQ(differenceFrom(dest, "remove_morph"), "");
-}
-
 TEST_F(MorphRemoveTest, RightClickExplains) {
   services.expect("Information", "Click this button and then drag things to it.");
   fire("PictureTrash", EventKind::RightClick);
