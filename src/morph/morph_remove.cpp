@@ -214,7 +214,7 @@ void TrashClick(Program& program) {
   }
   setOn(f.PictureTrash, true);
   std::string head = f.ListChannels.listCount() > 0 ? f.ListChannels.list(0) : std::string();
-  if (head == "ALL CHANNELS") return;
+  if (head == "ALL CHANNELS") f.ListChannelsDragOn = false;
   if (hasPrefix(head, "Channels for")) {
     f.ListChannelsDragOn = true;
     return;
