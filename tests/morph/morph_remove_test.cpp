@@ -146,6 +146,29 @@ TEST_F(MorphRemoveTest, LinesCannotBeDraggedFromTheAllChannelsList) {
   EXPECT_FALSE(f.ListActorsDragOn);
 }
 
+TEST_F(MorphRemoveTest, TrashClickTurnsOnTheDragOfThePaneThatCanGive) {
+  struct Case {
+    const char* head;
+    const char* dragSource;
+    bool channels, actors;
+  };
+  const Case cases[] = {{"ALL CHANNELS", "Actors", false, true},
+                        {"ALL CHANNELS", "Channels", false, false},
+                        {"Channels for  chest:1", "Actors", true, false},
+                        {"BODY PARTS", "Actors", false, true}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(std::string(c.head) + " " + c.dragSource);
+    f.PictureTrash.setBackColor(ui::kToolRest);
+    f.ListChannelsDragOn = f.ListActorsDragOn = false;
+    f.ListChannels.setItems({c.head});
+    f.DragSource = c.dragSource;
+    fire("PictureTrash", EventKind::Click);
+    EXPECT_EQ(f.PictureTrash.backColor(), ui::kToolOn);
+    EXPECT_EQ(f.ListChannelsDragOn, c.channels);
+    EXPECT_EQ(f.ListActorsDragOn, c.actors);
+  }
+}
+
 TEST_F(MorphRemoveTest, RemovesBodyParts) {
   const std::string note =
       "Body part/s removed from CR2.  All additional references to the removed body part/s have been changed "
