@@ -162,7 +162,10 @@ FormBinding::~FormBinding() {
 }
 
 ControlBinder* FormBinding::bind(ui::Control& control, QObject* target) {
-  std::unique_ptr<ControlBinder> made = makeBinder(*this, control, target);
+  return bindWith(control, makeBinder(*this, control, target));
+}
+
+ControlBinder* FormBinding::bindWith(ui::Control& control, std::unique_ptr<ControlBinder> made) {
   ControlBinder* binder = made.get();
   m_dirty.erase(m_binders[&control].get());
   m_binders[&control] = std::move(made);

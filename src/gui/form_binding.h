@@ -82,6 +82,9 @@ class FormBinding : public QObject {
   // Binds a control to its widget (a QAction for a menu item, nothing for a timer) and
   // shows the model's state at once.
   ControlBinder* bind(ui::Control& control, QObject* target);
+  // Binds a control with a binder of the window's own, for a widget that the binders of
+  // the control kinds do not cover (the editor's text panes).
+  ControlBinder* bindWith(ui::Control& control, std::unique_ptr<ControlBinder> binder);
   ControlBinder* binder(const ui::Control& control) const;
   bool isBound(const ui::Control& control) const { return binder(control) != nullptr; }
 

@@ -8,6 +8,7 @@
 #include <map>
 
 #include "gui/qt_settings.h"
+#include "gui/editor_window.h"
 #include "gui/qt_text.h"
 #include "program/program.h"
 
@@ -58,6 +59,7 @@ const FormWindowFactory* formWindowFactory(const std::string& formName) {
 
 void registerBuiltInFormWindows() {
   if (formWindowFactory("FormNotes") == nullptr) registerFormWindow("FormNotes", makeNotesWindow);
+  if (formWindowFactory("FormEditor") == nullptr) registerEditorWindow();
 }
 
 FormWindow::FormWindow(FormBinding& binding, QWidget* mainWindow)

@@ -1,6 +1,7 @@
 #include "program/program.h"
 
 #include "core/figure_text.h"
+#include "editor/editor_handover.h"
 
 namespace tolvane {
 
@@ -13,6 +14,8 @@ Program::Program(ui::Services& services_, ui::Settings& settings_, ProgramOption
       commandLine(std::move(options.commandLine)) {
   addForm(&opening);
   addForm(&formNotes);
+  addForm(&formEditor);
+  onShowEditor = [this] { editor::ShowEditorWithDestination(*this); };
 }
 
 ui::Form* Program::form(const std::string& name) const {

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "ui/form_editor.h"
 #include "ui/opening.h"
 #include "ui/services.h"
 #include "ui/settings.h"
@@ -43,6 +44,7 @@ class Program {
 
   ui::Opening opening;
   ui::FormNotes formNotes;
+  ui::FormEditor formEditor;
 
   // Every form by its name ("Opening", "FormNotes", ...); nullptr for an unknown name.
   ui::Form* form(const std::string& name) const;

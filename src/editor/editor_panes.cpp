@@ -1,0 +1,101 @@
+#include "editor/editor_panes.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "core/figure_text.h"
+#include "core/line_ending_repair.h"
+#include "core/run_time_number.h"
+#include "core/runtime_error.h"
+#include "core/scratch_file.h"
+#include "program/program.h"
+
+namespace tolvane::editor {
+
+ui::TextPane& paneOf(ui::FormEditor& form, Side side) {
+  return side == Side::Left ? form.RichTextBox1 : form.RichTextBox2;
+}
+
+Side activeSide(const ui::FormEditor& form) { return form.rightActive() ? Side::Right : Side::Left; }
+
+int& changedFlag(ui::FormEditor& form, Side side) {
+  return side == Side::Left ? form.LeftPaneChanged : form.RightPaneChanged;
+}
+
+std::string paneFile(const ui::FormEditor& form, Side side) {
+  return side == Side::Left ? form.LeftPaneFile : form.LabelSecFile.caption();
+}
+
+std::string sizeCaption(std::uint64_t length) {
+  return core::StrInteger(static_cast<long long>(length)) + " bytes";
+}
+
+namespace {
+// One read of the whole file into one string: the pane holds the text in memory anyway.
+std::string readWholeFile(const std::string& path) {
+  std::filesystem::path native = core::nativePath(path);
+  int fd = ::open(native.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd < 0)
+    core::raiseError(errno == ENOENT ? core::kFileNotFound : core::errorNumberFromErrno(errno, false), path);
+  std::string bytes;
+  try {
+    const std::size_t length = core::fileLength(native);
+    bytes.reserve(length + length / 8 + 4096);  // the pane's room for edits
+    bytes.resize(length);
+    std::size_t done = 0;
+    while (done < bytes.size()) {
+      ssize_t n = ::read(fd, bytes.data() + done, bytes.size() - done);
+      if (n < 0 && errno == EINTR) continue;
+      if (n < 0) core::raiseError(core::kDeviceIOError, path);
+      if (n == 0) break;
+      done += static_cast<std::size_t>(n);
+    }
+    bytes.resize(done);
+  } catch (...) {
+    ::close(fd);
+    throw;
+  }
+  ::close(fd);
+  return bytes;
+}
+}  // namespace
+
+std::uint64_t loadPaneFile(ui::TextPane& pane, const std::string& path) {
+  std::string bytes = readWholeFile(path);
+  auto length = static_cast<std::uint64_t>(bytes.size());
+  pane->setText(std::move(bytes));
+  pane.textChanged();
+  return length;
+}
+
+void openInPane(Program& program, Side side, const std::string& path) {
+  ui::FormEditor& form = program.formEditor;
+  ui::TextPane& pane = paneOf(form, side);
+  pane.setVisible(true);
+  if (side == Side::Right) {
+    form.bringToFront(pane);
+    form.RichTextBox1.setWidth(ui::kPaneShrunkWidth);
+  } else if (form.RichTextBox2.visible()) {
+    form.RichTextBox1.setWidth(ui::kPaneShrunkWidth);
+  }
+  RepairLineEndingsEditor(program, path);
+  program.setBusy(true);
+  std::uint64_t length = loadPaneFile(pane, path);
+  program.setBusy(false);
+  changedFlag(form, side) = 0;
+  ui::Label& shown = side == Side::Left ? form.LabelFileSizeEd1 : form.LabelFileSizeEd2;
+  ui::Label& hidden = side == Side::Left ? form.LabelFileSizeEd2 : form.LabelFileSizeEd1;
+  shown.setCaption(sizeCaption(length));
+  shown.setVisible(true);
+  hidden.setVisible(false);
+  if (side == Side::Left) {
+    form.LeftPaneFile = path;
+    form.setCaption(path);
+  } else {
+    form.LabelSecFile.setCaption(path);
+  }
+}
+
+}  // namespace tolvane::editor

@@ -1,0 +1,134 @@
+#include "ui/memory_text_control.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace tolvane::ui {
+namespace {
+
+TEST(MemoryTextControl, FindOptions) {
+  struct Case {
+    const char* what;
+    std::string text;
+    std::string find;
+    std::int64_t start;
+    int options;
+    std::int64_t expected;
+  } cases[] = {
+      {"no options ignore case", "xx Hip hip", "HIP", 0, 0, 3},
+      {"match case", "xx Hip hip", "hip", 0, kFindMatchCase, 7},
+      {"whole word skips a part of a word", "hipster hip", "hip", 0, kFindWholeWord, 8},
+      {"whole word and match case", "Hip hipx hip", "hip", 0, kFindWholeWord | kFindMatchCase, 9},
+      {"whole word at both ends of the text", "hip", "hip", 0, kFindWholeWord, 0},
+      {"underscore is part of a word", "r_hip hip", "hip", 0, kFindWholeWord, 6},
+      {"Latin-1 capitals fold", "x \xC9t\xC9", "\xE9T\xE9", 0, 0, 2},
+      {"search starts at start", "hip hip", "hip", 1, 0, 4},
+      {"no wrap to the start", "hip hip", "hip", 5, 0, -1},
+      {"start past the end", "hip", "hip", 9, 0, -1},
+      {"empty search text", "hip", "", 0, 0, -1},
+      {"match ends at the last character", "abc", "bc", 0, 0, 1},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    MemoryTextControl t;
+    t.setText(c.text);
+    t.setSelection(1, 0);
+    EXPECT_EQ(t.find(c.find, c.start, c.options), c.expected);
+    if (c.expected >= 0) {
+      EXPECT_EQ(t.selStart(), c.expected);
+      EXPECT_EQ(t.selLength(), static_cast<std::int64_t>(c.find.size()));
+    } else {
+      EXPECT_EQ(t.selStart(), 1);  // a failed find leaves the selection
+      EXPECT_EQ(t.selLength(), 0);
+    }
+  }
+}
+
+TEST(MemoryTextControl, LineQueriesCountFromZeroLikeAnEditControl) {
+  MemoryTextControl t;
+  t.setText("ab\r\ncde\r\n\r\nf");
+  // Line starts: 0, 4, 9, 11; there are four lines.
+  EXPECT_EQ(t.lineIndex(0), 0);
+  EXPECT_EQ(t.lineIndex(1), 4);
+  EXPECT_EQ(t.lineIndex(3), 11);
+  EXPECT_EQ(t.lineIndex(4), -1);
+  EXPECT_EQ(t.lineIndex(-1), -1);
+  EXPECT_EQ(t.lineFromChar(0), 0);
+  EXPECT_EQ(t.lineFromChar(3), 0);  // the LF still belongs to its line
+  EXPECT_EQ(t.lineFromChar(4), 1);
+  EXPECT_EQ(t.lineFromChar(12), 3);
+  t.setText("a\r\n");
+  EXPECT_EQ(t.lineIndex(1), 3);  // an ending line break opens an empty last line
+  EXPECT_EQ(t.lineIndex(2), -1);
+}
+
+TEST(MemoryTextControl, ReplaceSelectionMovesTheCursorBehindTheNewText) {
+  MemoryTextControl t;
+  t.setText("one two three");
+  EXPECT_FALSE(t.modified());
+  t.setSelection(4, 3);
+  EXPECT_EQ(t.selectedText(), "two");
+  t.replaceSelection("2");
+  EXPECT_EQ(t.text(), "one 2 three");
+  EXPECT_EQ(t.selStart(), 5);
+  EXPECT_EQ(t.selLength(), 0);
+  EXPECT_TRUE(t.modified());
+  t.setSelection(50, 9);  // clamped to the text
+  EXPECT_EQ(t.selStart(), 11);
+  EXPECT_EQ(t.selLength(), 0);
+}
+
+// Random edits, finds and line queries against a plain string: the gap and the
+// line-start index must never show through.
+TEST(MemoryTextControl, AgreesWithAPlainStringUnderRandomEdits) {
+  std::mt19937 rng(7);
+  const std::string pieces[] = {"ab", "\r\n", "b", "", "a\r\nab", "xyz\n"};
+  MemoryTextControl t;
+  std::string model;
+  for (int i = 0; i < 200; ++i) model += pieces[rng() % 6];
+  t.setText(model);
+  for (int step = 0; step < 3000; ++step) {
+    SCOPED_TRACE(step);
+    auto size = static_cast<std::int64_t>(model.size());
+    std::int64_t start = size ? static_cast<std::int64_t>(rng() % (size + 1)) : 0;
+    switch (rng() % 4) {
+      case 0: {
+        std::int64_t length = rng() % 5;
+        t.setSelection(start, length);
+        length = std::min(length, size - start);
+        const std::string& piece = pieces[rng() % 6];
+        t.replaceSelection(piece);
+        model.replace(static_cast<std::size_t>(start), static_cast<std::size_t>(length), piece);
+        ASSERT_EQ(t.selStart(), start + static_cast<std::int64_t>(piece.size()));
+        break;
+      }
+      case 1: {
+        std::size_t hit = model.find("b\r\na", static_cast<std::size_t>(start));
+        ASSERT_EQ(t.find("B\r\nA", start, 0), hit == std::string::npos ? -1 : static_cast<std::int64_t>(hit));
+        break;
+      }
+      case 2: {
+        auto lf = std::count(model.begin(), model.begin() + start, '\n');
+        ASSERT_EQ(t.lineFromChar(start), lf);
+        ASSERT_EQ(t.mid(start, 7), model.substr(static_cast<std::size_t>(start), 7));
+        break;
+      }
+      default: {
+        std::int64_t line = rng() % 60;
+        std::int64_t expected = 0;
+        for (std::int64_t n = 0; n < line && expected != -1; ++n) {
+          std::size_t lf = model.find('\n', static_cast<std::size_t>(expected));
+          expected = lf == std::string::npos ? -1 : static_cast<std::int64_t>(lf + 1);
+        }
+        ASSERT_EQ(t.lineIndex(line), expected);
+      }
+    }
+    ASSERT_EQ(t.length(), static_cast<std::int64_t>(model.size()));
+    ASSERT_EQ(t.lineCount(), std::count(model.begin(), model.end(), '\n') + 1);
+  }
+  EXPECT_EQ(t.text(), model);
+}
+
+}  // namespace
+}  // namespace tolvane::ui
