@@ -135,6 +135,16 @@ class Opening : public Form {
   Picture PictureBrktRight{this, "PictureBrktRight"};
   Picture PicturePushPin{this, "PicturePushPin"};
   Timer TimerPushpin{this, "TimerPushpin", 700};
+
+  // Channel and morph tools: where the last drag began ("Channels" or "Actors"),
+  // whether dragging from each pane is on, the rename wait state, the morph chosen for
+  // mirroring, and the line number of the trackingScale line found last.
+  std::string DragSource;
+  bool ListChannelsDragOn = false;
+  bool ListActorsDragOn = false;
+  int RenameWaitState = 0;
+  std::string MirrorMorph;
+  long long TrackingLine = 0;
 };
 
 // The notes file viewer ("Open Notebook").

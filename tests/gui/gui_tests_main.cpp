@@ -8,6 +8,7 @@
 QObject* newMainWindowTest();
 QObject* newBindingTest();
 QObject* newQtServicesTest();
+QObject* newMorphDragTest();
 
 namespace {
 bool hasAnyOf(const QObject& test, const QStringList& functions) {
@@ -27,6 +28,7 @@ int main(int argc, char** argv) {
   tests.emplace_back(newMainWindowTest());
   tests.emplace_back(newBindingTest());
   tests.emplace_back(newQtServicesTest());
+  tests.emplace_back(newMorphDragTest());
   int failed = 0;
   for (const auto& test : tests)
     if (functions.isEmpty() || hasAnyOf(*test, functions)) failed += QTest::qExec(test.get(), argc, argv);

@@ -1,0 +1,92 @@
+#include "morph/morph_common.h"
+
+#include "core/figure_text.h"
+#include "core/run_time_number.h"
+#include "core/runtime_error.h"
+#include "core/scratch_file.h"
+#include "program/program.h"
+
+namespace tolvane::morph {
+
+using core::contains;
+using core::hasPrefix;
+using core::Mid;
+
+int groupModeOf(std::string_view line) {
+  int mode = 0;
+  if (hasPrefix(line, "\tMaster")) mode = 1;
+  if (hasPrefix(line, "\tSlave")) mode = 2;
+  if (hasPrefix(line, "\tFigure")) mode = 3;
+  if (hasPrefix(line, "\tMaster Part")) mode = 4;
+  if (hasPrefix(line, "\tdelta")) mode = 5;
+  return mode;
+}
+
+void readGroup(const ui::ListBox& list, int index, ChannelGroup& group) {
+  // The distance of each kind of line from the "Slave" line of its group.
+  static constexpr int kAboveSlave[] = {0, 1, 0, 2, 3, 4};
+  int slave = index - kAboveSlave[group.mode];
+  group.slave = Mid(list.list(slave), 8);
+  group.master = Mid(list.list(slave + 1), 10);
+  group.figure = Mid(list.list(slave + 2), 10);
+  group.masterPart = Mid(list.list(slave + 3), 15);
+  // With the "Slave" line itself selected the ratio keeps a blank in front.
+  group.ratio = Mid(list.list(slave + 4), group.mode == 2 ? 15 : 16);
+  if (!contains(group.slave, "rot") || !contains(group.slave, "tran")) group.mode = -1;
+}
+
+bool isGroupBlock(const std::string& figure, const std::string& part, const std::string& dial,
+                  const std::string& ratio, const ChannelGroup& group) {
+  return contains(figure, group.figure) && contains(part, group.masterPart) && contains(dial, group.master) &&
+         contains(ratio, group.ratio);
+}
+
+std::string readLine(core::LineReader& in) {
+  std::string line;
+  if (!in.readRawLine(line)) core::raiseError(core::kInputPastEndOfFile, in.path().string());
+  return line;
+}
+
+std::string copyUntilEqual(core::LineReader& in, core::LineWriter& out, std::string_view key, Pacer& pacer) {
+  std::string line;
+  for (;;) {
+    if (!in.readRawLine(line)) core::raiseError(core::kInputPastEndOfFile, in.path().string());
+    if (line == key) return line;
+    out.WriteLine(line);
+    pacer.tick();
+  }
+}
+
+std::string copyUntilContains(core::LineReader& in, core::LineWriter& out, std::string_view word,
+                              Pacer& pacer) {
+  std::string line;
+  for (;;) {
+    if (!in.readRawLine(line)) core::raiseError(core::kInputPastEndOfFile, in.path().string());
+    if (contains(line, word)) return line;
+    out.WriteLine(line);
+    pacer.tick();
+  }
+}
+
+void copyRest(core::LineReader& in, core::LineWriter& out, Pacer& pacer) {
+  std::string line;
+  while (in.readRawLine(line)) {
+    out.WriteLine(line);
+    pacer.tick();
+  }
+}
+
+Pacer::Pacer(Program& program) : m_program(program), m_last(std::chrono::steady_clock::now()) {}
+
+void Pacer::check() {
+  auto now = std::chrono::steady_clock::now();
+  if (now - m_last < std::chrono::milliseconds(100)) return;
+  m_last = now;
+  m_program.services.yield();
+}
+
+std::string sizeCaption(const std::string& path) {
+  return core::StrInteger(static_cast<long long>(core::fileLength(core::nativePath(path)))) + " bytes";
+}
+
+}  // namespace tolvane::morph
