@@ -18,6 +18,7 @@ void replaceAll(Program& program, Side side) {
   const std::string replacement = form.TextReplace.text();
   auto lastYield = std::chrono::steady_clock::now();
   program.setBusy(true);
+  ui::EditGroup oneUndoStep(pane.text());
   // A found position of 0 ends the loop as surely as -1 does.
   std::int64_t position = 1;
   while (position >= 1) {

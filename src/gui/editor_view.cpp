@@ -2,8 +2,10 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QFontDatabase>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QPainter>
 #include <QScrollBar>
 #include <algorithm>
@@ -217,6 +219,74 @@ void EditorView::replaceRange(std::int64_t from, std::int64_t to, const std::str
   ensureCaretVisible();
 }
 
+void EditorView::undo() {
+  if (text().undo()) afterHistoryStep();
+}
+
+void EditorView::redo() {
+  if (text().redo()) afterHistoryStep();
+}
+
+void EditorView::afterHistoryStep() {
+  m_anchor = text().selStart();
+  m_caret = m_anchor + text().selLength();
+  m_wantedColumn = -1;
+  m_pane.textChanged();
+  ensureCaretVisible();
+}
+
+void EditorView::contextMenuEvent(QContextMenuEvent* event) {
+  const bool selected = m_anchor != m_caret;
+  QMenu menu(this);
+  struct Item {
+    const char* caption;
+    QKeySequence::StandardKey key;
+    int keyCode;
+    bool enabled;
+  };
+  const Item items[] = {
+      {"&Undo", QKeySequence::Undo, 'Z', text().canUndo()},
+      {"&Redo", QKeySequence::Redo, 'Y', text().canRedo()},
+      {"Cu&t", QKeySequence::Cut, 'X', selected},
+      {"&Copy", QKeySequence::Copy, 'C', selected},
+      {"&Paste", QKeySequence::Paste, 'V', !QApplication::clipboard()->text().isEmpty()},
+      {"Select &All", QKeySequence::SelectAll, 'A', text().length() > 0},
+  };
+  for (const Item& item : items) {
+    if (item.key == QKeySequence::Cut || item.key == QKeySequence::SelectAll) menu.addSeparator();
+    QAction* action = menu.addAction(tr(item.caption));
+    action->setShortcut(item.key);
+    action->setEnabled(item.enabled);
+    connect(action, &QAction::triggered, this, [this, item] {
+      const std::int64_t from = std::min(m_anchor, m_caret), to = std::max(m_anchor, m_caret);
+      switch (item.key) {
+        case QKeySequence::Undo:
+          undo();
+          break;
+        case QKeySequence::Redo:
+          redo();
+          break;
+        case QKeySequence::Cut:
+          copySelection();
+          replaceRange(from, to, {});
+          break;
+        case QKeySequence::Copy:
+          copySelection();
+          break;
+        case QKeySequence::Paste:
+          replaceRange(from, to, toBytesMultiLine(QApplication::clipboard()->text()));
+          break;
+        default:
+          m_anchor = 0;
+          moveCaret(text().length(), true);
+          break;
+      }
+      emit keyDown(item.keyCode, 2);
+    });
+  }
+  menu.exec(event->globalPos());
+}
+
 void EditorView::copySelection() {
   if (m_anchor == m_caret) return;
   QApplication::clipboard()->setText(fromBytesMultiLine(text().selectedText()));
@@ -274,6 +344,11 @@ bool EditorView::editKey(QKeyEvent* event) {
   } else if (event->matches(QKeySequence::Cut)) {
     copySelection();
     if (from < to) replaceRange(from, to, {});
+  } else if (event->matches(QKeySequence::Undo)) {
+    undo();
+  } else if (event->matches(QKeySequence::Redo) ||
+             (event->key() == Qt::Key_Y && event->modifiers() == Qt::ControlModifier)) {
+    redo();
   } else if (event->matches(QKeySequence::Paste)) {
     replaceRange(from, to, toBytesMultiLine(QApplication::clipboard()->text()));
   } else if (event->key() == Qt::Key_Backspace) {

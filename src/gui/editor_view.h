@@ -41,6 +41,9 @@ class EditorView : public QAbstractScrollArea {
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   bool focusNextPrevChild(bool next) override;  // Tab is typed into the text
+  // Undo, redo, cut, copy, paste and select all, each told to the handlers as the key
+  // that does the same (Ctrl+Z, Ctrl+Y, Ctrl+X, Ctrl+C, Ctrl+V, Ctrl+A).
+  void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
   ui::TextControl& text() { return m_pane.text(); }
@@ -60,6 +63,9 @@ class EditorView : public QAbstractScrollArea {
   void moveCaret(std::int64_t position, bool extend);
   void replaceRange(std::int64_t from, std::int64_t to, const std::string& bytes);
   void copySelection();
+  void undo();
+  void redo();
+  void afterHistoryStep();
   void updateScrollBars();
   void ensureCaretVisible();
 

@@ -47,6 +47,7 @@ void MemoryTextControl::setText(std::string text) {
   m_lineStarts.assign(1, 0);
   m_scannedTo = 0;
   m_lineBreaks = std::count(m_buf.begin(), m_buf.end(), '\n');
+  m_history.clear();
 }
 
 std::int64_t MemoryTextControl::length() const {
@@ -109,18 +110,52 @@ void MemoryTextControl::ensureGap(std::size_t bytes) {
 
 void MemoryTextControl::replaceSelection(std::string_view text) {
   auto start = static_cast<std::size_t>(m_selStart);
+  auto removedLength = static_cast<std::size_t>(m_selLength);
+  moveGap(start);
+  m_history.record(m_selStart, std::string_view(m_buf.data() + m_gapEnd, removedLength), text);
+  replaceBytes(start, removedLength, text);
+}
+
+void MemoryTextControl::replaceBytes(std::size_t start, std::size_t removedLength,
+                                     std::string_view inserted) {
   moveGap(start);
   const char* removed = m_buf.data() + m_gapEnd;
-  m_lineBreaks -= std::count(removed, removed + m_selLength, '\n');
-  m_lineBreaks += std::count(text.begin(), text.end(), '\n');
-  m_gapEnd += static_cast<std::size_t>(m_selLength);
-  ensureGap(text.size());
-  std::memcpy(&m_buf[m_gapStart], text.data(), text.size());
-  m_gapStart += text.size();
+  m_lineBreaks -= std::count(removed, removed + removedLength, '\n');
+  m_lineBreaks += std::count(inserted.begin(), inserted.end(), '\n');
+  m_gapEnd += removedLength;
+  ensureGap(inserted.size());
+  std::memcpy(&m_buf[m_gapStart], inserted.data(), inserted.size());
+  m_gapStart += inserted.size();
   cutLineIndex(start);
-  m_selStart = static_cast<std::int64_t>(start + text.size());
+  m_selStart = static_cast<std::int64_t>(start + inserted.size());
   m_selLength = 0;
   m_modified = true;
+}
+
+bool MemoryTextControl::undo() {
+  const std::vector<Edit>& step = m_history.takeUndo();
+  if (step.empty()) return false;
+  for (auto edit = step.rbegin(); edit != step.rend(); ++edit)
+    replaceBytes(static_cast<std::size_t>(edit->position), edit->inserted.size(), edit->removed);
+  // One edit: what came back is selected; a run or a group: the cursor where it began.
+  const Edit& first = step.front();
+  setSelection(first.position, step.size() == 1 ? static_cast<std::int64_t>(first.removed.size()) : 0);
+  return true;
+}
+
+bool MemoryTextControl::redo() {
+  const std::vector<Edit>& step = m_history.takeRedo();
+  if (step.empty()) return false;
+  for (const Edit& edit : step)
+    replaceBytes(static_cast<std::size_t>(edit.position), edit.removed.size(), edit.inserted);
+  // One edit: what it put in is selected; a run or a group: the cursor behind its end.
+  const Edit& last = step.back();
+  const auto inserted = static_cast<std::int64_t>(last.inserted.size());
+  if (step.size() == 1)
+    setSelection(last.position, inserted);
+  else
+    setSelection(last.position + inserted, 0);
+  return true;
 }
 
 const char* MemoryTextControl::contiguousFrom(std::size_t position) {

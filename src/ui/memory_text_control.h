@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "ui/edit_history.h"
 #include "ui/text_control.h"
 
 namespace tolvane::ui {
@@ -37,6 +38,13 @@ class MemoryTextControl : public TextControl {
   bool modified() const override { return m_modified; }
   void setModified(bool modified) override { m_modified = modified; }
 
+  bool undo() override;
+  bool redo() override;
+  bool canUndo() const override { return m_history.canUndo(); }
+  bool canRedo() const override { return m_history.canRedo(); }
+  void beginEditGroup() override { m_history.beginGroup(); }
+  void endEditGroup() override { m_history.endGroup(); }
+
  private:
   std::size_t gapLength() const { return m_gapEnd - m_gapStart; }
   char at(std::size_t position) const {
@@ -51,6 +59,8 @@ class MemoryTextControl : public TextControl {
   // Extends the line-start index over the text before `position`.
   void scanLines(std::size_t position) const;
   void cutLineIndex(std::size_t position);
+  // Puts `inserted` in place of `removedLength` bytes at `start`, without a record.
+  void replaceBytes(std::size_t start, std::size_t removedLength, std::string_view inserted);
 
   std::string m_buf;  // text before the gap, the gap, text behind the gap
   std::size_t m_gapStart = 0;
@@ -62,6 +72,7 @@ class MemoryTextControl : public TextControl {
   std::int64_t m_lineBreaks = 0;  // kept up to date by every edit, so a view counts lines at once
   mutable std::vector<std::int64_t> m_lineStarts{0};
   mutable std::size_t m_scannedTo = 0;
+  EditHistory m_history;
 };
 
 // Case folding of the 8-bit text (ASCII and the Latin-1 letters) and the characters

@@ -56,6 +56,28 @@ class TextControl {
 
   virtual bool modified() const = 0;
   virtual void setModified(bool modified) = 0;
+
+  // Undo and redo of the replacements since the text was set. Each takes back or makes
+  // again one step (an edit, a run of typing, a group); false when there was none.
+  virtual bool undo() = 0;
+  virtual bool redo() = 0;
+  virtual bool canUndo() const = 0;
+  virtual bool canRedo() const = 0;
+  // The replacements between the outermost begin and its end undo as one step.
+  virtual void beginEditGroup() = 0;
+  virtual void endEditGroup() = 0;
+};
+
+// Opens an edit group for the life of the object.
+class EditGroup {
+ public:
+  explicit EditGroup(TextControl& control) : m_control(control) { m_control.beginEditGroup(); }
+  ~EditGroup() { m_control.endEditGroup(); }
+  EditGroup(const EditGroup&) = delete;
+  EditGroup& operator=(const EditGroup&) = delete;
+
+ private:
+  TextControl& m_control;
 };
 
 }  // namespace tolvane::ui

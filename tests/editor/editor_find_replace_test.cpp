@@ -147,6 +147,12 @@ TEST(EditorReplace, FirstUseReplacesAllWithoutAQuestion) {
     EXPECT_EQ(f.form().TextReplace.text(), "");
     EXPECT_FALSE(f.form().ComboFind.visible());
     EXPECT_TRUE(f.user().messages().empty());
+    // One undo takes the whole replacement back.
+    if (c.text != c.result) {
+      EXPECT_TRUE(f.left()->undo());
+      EXPECT_EQ(f.left()->text(), c.text);
+      EXPECT_FALSE(f.left()->canUndo());
+    }
   }
 }
 

@@ -88,6 +88,7 @@ TEST(MemoryTextControl, AgreesWithAPlainStringUnderRandomEdits) {
   std::string model;
   for (int i = 0; i < 200; ++i) model += pieces[rng() % 6];
   t.setText(model);
+  const std::string original = model;
   for (int step = 0; step < 3000; ++step) {
     SCOPED_TRACE(step);
     auto size = static_cast<std::int64_t>(model.size());
@@ -128,6 +129,76 @@ TEST(MemoryTextControl, AgreesWithAPlainStringUnderRandomEdits) {
     ASSERT_EQ(t.lineCount(), std::count(model.begin(), model.end(), '\n') + 1);
   }
   EXPECT_EQ(t.text(), model);
+
+  // Every edit taken back leads to the text as it was set, and made again to the end.
+  while (t.undo()) {
+  }
+  EXPECT_EQ(t.text(), original);
+  EXPECT_EQ(t.lineCount(), std::count(original.begin(), original.end(), '\n') + 1);
+  while (t.redo()) {
+  }
+  EXPECT_EQ(t.text(), model);
+  EXPECT_EQ(t.lineIndex(1), static_cast<std::int64_t>(model.find('\n') + 1));
+}
+
+TEST(MemoryTextControl, UndoStepsFollowWordsLinesAndGroups) {
+  MemoryTextControl t;
+  t.setText("hip\r\n");
+  auto type = [&t](const std::string& keys) {
+    for (char c : keys) t.replaceSelection(c == '\n' ? std::string("\r\n") : std::string(1, c));
+  };
+  t.setSelection(3, 0);
+  type("ab cd\nef");
+  EXPECT_EQ(t.text(), "hipab cd\r\nef\r\n");
+  ASSERT_TRUE(t.undo());  // "ef"
+  EXPECT_EQ(t.text(), "hipab cd\r\n\r\n");
+  EXPECT_EQ(t.selStart(), 10);
+  ASSERT_TRUE(t.undo());  // the line break
+  ASSERT_TRUE(t.undo());  // "cd"
+  EXPECT_EQ(t.text(), "hipab \r\n");
+  ASSERT_TRUE(t.undo());  // "ab " with its blank
+  EXPECT_EQ(t.text(), "hip\r\n");
+  EXPECT_FALSE(t.canUndo());
+  ASSERT_TRUE(t.redo());
+  EXPECT_EQ(t.text(), "hipab \r\n");
+  EXPECT_EQ(t.selStart(), 6);  // the cursor behind the typing made again
+  EXPECT_EQ(t.selLength(), 0);
+
+  // A new edit drops what could be made again.
+  t.setSelection(0, 3);
+  t.replaceSelection("thigh");
+  EXPECT_FALSE(t.canRedo());
+  ASSERT_TRUE(t.undo());
+  EXPECT_EQ(t.text(), "hipab \r\n");
+  EXPECT_EQ(t.selectedText(), "hip");  // what came back is selected
+
+  {
+    EditGroup group(t);
+    t.setSelection(0, 1);
+    t.replaceSelection("H");
+    t.setSelection(3, 2);
+    t.replaceSelection("");
+  }
+  EXPECT_EQ(t.text(), "Hip \r\n");
+  ASSERT_TRUE(t.undo());
+  EXPECT_EQ(t.text(), "hipab \r\n");
+
+  t.setText("new");
+  EXPECT_FALSE(t.canUndo());
+  EXPECT_FALSE(t.canRedo());
+}
+
+TEST(EditHistory, DropsTheOldestStepsOverItsLimitButKeepsTheNewest) {
+  EditHistory history(2 * sizeof(Edit) + 30);
+  history.record(0, "", std::string(30, 'a'));
+  history.record(0, std::string(5, 'b'), "\n");
+  EXPECT_EQ(history.bytesHeld(), 6 + sizeof(Edit));
+  EXPECT_EQ(history.takeUndo().front().removed, std::string(5, 'b'));
+  EXPECT_FALSE(history.canUndo());  // the 30-byte step went
+  history.record(0, std::string(100, 'c'), "");
+  EXPECT_TRUE(history.canUndo());  // alone over the limit, still kept
+  EXPECT_FALSE(history.canRedo());
+  EXPECT_EQ(history.bytesHeld(), 100 + sizeof(Edit));
 }
 
 }  // namespace

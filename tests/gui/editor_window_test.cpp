@@ -73,6 +73,12 @@ class EditorWindowTest : public QObject {
     QCOMPARE(s.form().LeftPaneChanged, 1);
     std::size_t third = s.original.find('\n', s.original.find('\n') + 1) + 1;
     QCOMPARE(s.form().RichTextBox1->mid(static_cast<std::int64_t>(third), 2), std::string("55"));
+
+    // Ctrl+Z takes the run of typing back at once; Ctrl+Y makes it again.
+    QTest::keyClick(left, Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(s.form().RichTextBox1->text(), s.original);
+    QTest::keyClick(left, Qt::Key_Y, Qt::ControlModifier);
+    QCOMPARE(s.form().RichTextBox1->mid(static_cast<std::int64_t>(third), 2), std::string("55"));
   }
 
   void findSelectsInThePaneAndF3GoesOn() {
