@@ -66,20 +66,12 @@ void EditHistory::clear() {
   m_groupStarted = false;
 }
 
-const std::vector<Edit>& EditHistory::takeUndo() {
+const std::vector<Edit>& EditHistory::moveStep(std::vector<Step>& from, std::vector<Step>& to) {
   m_runOpen = false;
-  if (m_undo.empty()) return kNoEdits;
-  m_redo.push_back(std::move(m_undo.back()));
-  m_undo.pop_back();
-  return m_redo.back();
-}
-
-const std::vector<Edit>& EditHistory::takeRedo() {
-  m_runOpen = false;
-  if (m_redo.empty()) return kNoEdits;
-  m_undo.push_back(std::move(m_redo.back()));
-  m_redo.pop_back();
-  return m_undo.back();
+  if (from.empty()) return kNoEdits;
+  to.push_back(std::move(from.back()));
+  from.pop_back();
+  return to.back();
 }
 
 void EditHistory::trim() {

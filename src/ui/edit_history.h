@@ -38,15 +38,17 @@ class EditHistory {
   // The edits of the step to take back, in the order they were made; the step moves to
   // the redo side. Empty when there is nothing to undo. The reference holds until the
   // history next changes.
-  const std::vector<Edit>& takeUndo();
+  const std::vector<Edit>& takeUndo() { return moveStep(m_undo, m_redo); }
   // The edits of the step to make again, in order; the step moves back to the undo side.
-  const std::vector<Edit>& takeRedo();
+  const std::vector<Edit>& takeRedo() { return moveStep(m_redo, m_undo); }
 
   std::size_t bytesHeld() const { return m_bytes; }
 
  private:
   using Step = std::vector<Edit>;
   static std::size_t sizeOf(const Step& step);
+  // Moves the newest step of `from` to `to` and returns it.
+  const std::vector<Edit>& moveStep(std::vector<Step>& from, std::vector<Step>& to);
   void trim();
 
   std::vector<Step> m_undo;
