@@ -1,7 +1,6 @@
 #include "core/figure_scan.h"
 
 #include <fcntl.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -97,7 +96,7 @@ FigureScanner::FigureScanner(const std::filesystem::path& path, std::size_t wind
 FigureScanner::~FigureScanner() { close(); }
 
 void FigureScanner::close() {
-  unmap();
+  release();
   if (m_fd >= 0) ::close(m_fd);
   m_fd = -1;
 }
@@ -117,30 +116,46 @@ bool FigureScanner::refill() {
     m_yield();
     m_lastYield = nowMs();
   }
-  // The next window starts at the page that holds the text still in use; it is at
-  // least twice that text, so one line longer than a window still fits.
-  static const std::uint64_t page = static_cast<std::uint64_t>(::sysconf(_SC_PAGESIZE));
-  std::uint64_t start = keep / page * page;
-  std::uint64_t size =
-      std::min<std::uint64_t>(std::max<std::uint64_t>(m_window, (have - start) * 2), m_length - start);
-  unmap();
-  void* map = ::mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_POPULATE, m_fd, static_cast<off_t>(start));
-  if (map == MAP_FAILED) raiseError(kDeviceIOError, m_path.string());
-  ::madvise(map, size, MADV_SEQUENTIAL);
-  m_map = map;
-  m_mapSize = size;
-  m_data = static_cast<const char*>(map);
-  m_pos = static_cast<std::size_t>(m_base + m_pos - start);
-  m_keep = static_cast<std::size_t>(keep - start);
-  m_end = static_cast<std::size_t>(size);
-  m_base = start;
+  // The next window starts with the text still in use; it is at least twice that text,
+  // so one line longer than a window still fits. Plain reads into one buffer: on
+  // virtual machines they run several times faster than mapping the file, and a file
+  // cut short while it is read ends the text instead of faulting.
+  std::size_t kept = static_cast<std::size_t>(have - keep);
+  std::size_t size = static_cast<std::size_t>(
+      std::min<std::uint64_t>(std::max<std::uint64_t>(m_window, std::uint64_t{kept} * 2), m_length - keep));
+  if (size > m_capacity) {
+    std::unique_ptr<char[]> grown(new char[size]);
+    if (kept > 0) std::memcpy(grown.get(), m_buffer.get() + m_keep, kept);
+    m_buffer = std::move(grown);
+    m_capacity = size;
+  } else if (kept > 0) {
+    std::memmove(m_buffer.get(), m_buffer.get() + m_keep, kept);
+  }
+  std::size_t filled = kept;
+  while (filled < size) {
+    ssize_t n = ::pread(m_fd, m_buffer.get() + filled, size - filled, static_cast<off_t>(keep + filled));
+    if (n < 0 && errno == EINTR) continue;
+    if (n < 0) raiseError(kDeviceIOError, m_path.string());
+    if (n == 0) break;
+    filled += static_cast<std::size_t>(n);
+  }
+  m_data = m_buffer.get();
+  m_pos = static_cast<std::size_t>(m_base + m_pos - keep);
+  m_keep = 0;
+  m_end = filled;
+  m_base = keep;
   ++m_generation;
+  if (filled < size) m_length = keep + filled;  // cut short while it was read
+  if (filled == kept) {  // the file is shorter than it was: its text ends here
+    m_eof = true;
+    return false;
+  }
   return true;
 }
 
-void FigureScanner::unmap() {
-  if (m_map != nullptr) ::munmap(m_map, m_mapSize);
-  m_map = nullptr;
+void FigureScanner::release() {
+  m_buffer.reset();
+  m_capacity = 0;
   m_data = nullptr;
 }
 

@@ -1,6 +1,6 @@
 // A fast reader of figure text for the workspace readers: the same ReadRawLine and
 // ReadField rules as LineReader, but lines and fields come back as views into one
-// sliding window mapped from the file, and whole runs of lines that hold none of a reader's keywords (the
+// sliding window read from the file, and whole runs of lines that hold none of a reader's keywords (the
 // morph deltas that make up most of a figure) are passed over in bulk and counted.
 #pragma once
 
@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <functional>
 #include <initializer_list>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -59,8 +60,8 @@ class FigureScanner {
   void close();
 
  private:
-  bool refill();  // keeps [m_keep, m_end), maps more; false at the end of the file
-  void unmap();
+  bool refill();  // keeps [m_keep, m_end), reads more; false at the end of the file
+  void release();
   void settleLineFeed();
   std::uint64_t findNeedle(Needles& needles);
   std::uint64_t skipRegion(std::size_t end, bool fields, bool count);
@@ -72,8 +73,8 @@ class FigureScanner {
 
   std::filesystem::path m_path;
   int m_fd = -1;
-  void* m_map = nullptr;
-  std::size_t m_mapSize = 0;
+  std::unique_ptr<char[]> m_buffer;
+  std::size_t m_capacity = 0;
   const char* m_data = nullptr;  // the window: the file from m_base on
   std::size_t m_window = 0;
   std::size_t m_pos = 0, m_end = 0, m_keep = 0;

@@ -110,5 +110,27 @@ TEST(FigureScanner, ReadingPastTheEndIsError62) {
   }
 }
 
+TEST(FigureScanner, AFileCutShortWhileItIsReadEndsWhereItWasCut) {
+  TempDir dir;
+  std::string text;
+  for (int i = 0; i < 200; ++i) text += "line " + std::to_string(i) + "\r\n";
+  writeFile(dir / "f.txt", text);
+  FigureScanner scan(dir / "f.txt", 64);
+  std::string_view line;
+  ASSERT_TRUE(scan.rawLine(line));
+  EXPECT_EQ(line, "line 0");
+  std::filesystem::resize_file(dir / "f.txt", 300);  // just into line 34
+  std::string last;
+  int lines = 1;
+  while (scan.rawLine(line)) {
+    last = std::string(line);
+    ++lines;
+  }
+  EXPECT_EQ(lines, 35);
+  EXPECT_EQ(last, "line");  // the part of line 34 that is left
+  EXPECT_TRUE(scan.atEnd());
+  EXPECT_EQ(scan.length(), 300u);
+}
+
 }  // namespace
 }  // namespace tolvane::core
