@@ -99,7 +99,7 @@ LabelBinder::LabelBinder(FormBinding& binding, ui::Label& label, QWidget* widget
 void LabelBinder::refreshContent(bool first) {
   if (!first && m_label.caption() == m_caption) return;
   m_caption = m_label.caption();
-  QString text = fromBytes(m_caption);
+  QString text = fromDisplayBytes(m_caption);
   if (auto* l = qobject_cast<QLabel*>(m_widget))
     l->setText(text);
   else if (auto* b = qobject_cast<QAbstractButton*>(m_widget))
@@ -195,7 +195,7 @@ void ListBinder::refreshItems() {
     m_current = -2;
   }
   QStringList added;
-  for (std::size_t i = m_items.size(); i < items.size(); ++i) added << fromBytes(items[i]);
+  for (std::size_t i = m_items.size(); i < items.size(); ++i) added << fromDisplayBytes(items[i]);
   list()->addItems(added);
   m_items = items;
 }

@@ -167,7 +167,7 @@ void EditorWindow::refreshList() {
   if (m_form.ListMRU.items() != m_mruItems) {
     m_mruItems = m_form.ListMRU.items();
     m_mru->clear();
-    for (const std::string& item : m_mruItems) m_mru->addItem(fromBytes(item));
+    for (const std::string& item : m_mruItems) m_mru->addItem(fromDisplayBytes(item));
   }
   m_mru->setToolTip(fromBytes(m_form.ListMRU.toolTip()));
   m_mru->setVisible(m_form.ListMRU.visible());

@@ -70,7 +70,7 @@ FormWindow::FormWindow(FormBinding& binding, QWidget* mainWindow)
 }
 
 void FormWindow::formChanged() {
-  setWindowTitle(fromBytes(m_binding.form().caption()));
+  setWindowTitle(fromDisplayBytes(m_binding.form().caption()));
   if (m_binding.form().busy())
     setCursor(Qt::WaitCursor);
   else

@@ -92,7 +92,7 @@ QWidget* MainWindow::formWindow(const std::string& formName) const {
 
 void MainWindow::openingChanged() {
   ui::Opening& o = m_program.opening;
-  setWindowTitle(fromBytes(o.caption()));
+  setWindowTitle(fromDisplayBytes(o.caption()));
   bool busy = o.busy();
   m_progress->setVisible(busy);
   m_status->setText(busy ? tr("Working...") : QString());

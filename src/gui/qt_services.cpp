@@ -63,7 +63,7 @@ std::unique_ptr<QMessageBox> QtServices::makeMessageBox(const ui::Message& messa
       icon = QMessageBox::Information;
       break;
   }
-  auto box = std::make_unique<QMessageBox>(icon, fromBytes(message.title), fromBytesMultiLine(message.text),
+  auto box = std::make_unique<QMessageBox>(icon, fromDisplayBytes(message.title), fromDisplayBytesMultiLine(message.text),
                                            buttons, parent);
   box->setTextFormat(Qt::PlainText);
   return box;

@@ -1,6 +1,8 @@
 #include "gui/qt_text.h"
 
 #include <QFile>
+#include <QStringDecoder>
+#include <algorithm>
 #include <array>
 
 namespace tolvane::gui {
@@ -35,12 +37,25 @@ std::string toBytes(const QString& text) {
   return out;
 }
 
-QString fromBytesMultiLine(const std::string& bytes) {
-  QString text = fromBytes(bytes);
+QString fromDisplayBytes(const std::string& bytes) {
+  if (std::none_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) >= 0x80; }))
+    return fromBytes(bytes);
+  QStringDecoder utf8(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+  QString text = utf8(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));
+  return utf8.hasError() ? fromBytes(bytes) : text;
+}
+
+namespace {
+QString toWidgetLines(QString text) {
   text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
   text.replace(QChar('\r'), QChar('\n'));
   return text;
 }
+}  // namespace
+
+QString fromBytesMultiLine(const std::string& bytes) { return toWidgetLines(fromBytes(bytes)); }
+
+QString fromDisplayBytesMultiLine(const std::string& bytes) { return toWidgetLines(fromDisplayBytes(bytes)); }
 
 std::string toBytesMultiLine(const QString& text) {
   QString copy = text;

@@ -17,6 +17,12 @@ QString fromBytes(const std::string& bytes);
 // Characters outside Windows-1252 become '?'.
 std::string toBytes(const QString& text);
 
+// Text that is only shown (captions, list entries, titles, messages) and may carry a
+// file path: bytes that are valid UTF-8 with letters beyond ASCII are a path of the
+// system and shown as such; everything else is Windows-1252 as above.
+QString fromDisplayBytes(const std::string& bytes);
+QString fromDisplayBytesMultiLine(const std::string& bytes);
+
 // Multi-line boxes: CR LF in the model, LF in the widget.
 QString fromBytesMultiLine(const std::string& bytes);
 std::string toBytesMultiLine(const QString& text);

@@ -143,6 +143,11 @@ void BindingTest::textConversionKeepsEveryByte() {
   QCOMPARE(fromBytes("\x80 caf\xe9 \x93q\x94"), QString::fromUtf8("€ café “q”"));
   QCOMPARE(toBytes(QString::fromUtf8("Ω")), std::string("?"));
   QCOMPARE(toBytesMultiLine(fromBytesMultiLine("a\r\nb\r\n")), std::string("a\r\nb\r\n"));
+  // Shown text: a path of the system in UTF-8 reads as such, figure text stays 1252.
+  QCOMPARE(fromDisplayBytes("/home/zo\xc3\xab/Caf\xc3\xa9.cr2"), QString::fromUtf8("/home/zoë/Café.cr2"));
+  QCOMPARE(fromDisplayBytes("caf\xe9 \x93q\x94"), QString::fromUtf8("café “q”"));
+  QCOMPARE(fromDisplayBytes("\xc3"), QString::fromUtf8("Ã"));  // cut short: not UTF-8
+  QCOMPARE(fromDisplayBytesMultiLine("Caf\xc3\xa9\r\nx"), QString::fromUtf8("Café\nx"));
   QCOMPARE(toQColor(0xC00000), QColor(0, 0, 192));
   QCOMPARE(fromQColor(QColor(255, 224, 192)), ui::Colour(0xC0E0FF));
   QCOMPARE(keyCode(Qt::Key_F3), 114);
