@@ -47,8 +47,8 @@ TEST(RunTimeNumber, ValTakesTheLongestNumericPrefix) {
     const char* text;
     double value;
   } cases[] = {
-      {"1 1 1", 1}, {"  0.5 0.2", 0.5}, {"\t-2.5x", -2.5}, {"abc", 0}, {"", 0},
-      {".25", 0.25}, {"1e3", 1000}, {"1E", 1}, {"-", 0}, {"3.", 3}, {"1D2", 100},
+      {"1 1 1", 1},  {"  0.5 0.2", 0.5}, {"\t-2.5x", -2.5}, {"abc", 0}, {"", 0},      {".25", 0.25},
+      {"1e3", 1000}, {"1E", 1},          {"-", 0},          {"3.", 3},  {"1D2", 100},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.text);
@@ -56,7 +56,7 @@ TEST(RunTimeNumber, ValTakesTheLongestNumericPrefix) {
   }
 }
 
-TEST(FigureText, MatchFormsAndRecognisers) {
+TEST(FigureText, MatchFormsRecognisersAndFileKind) {
   EXPECT_TRUE(hasPrefix("actor hip:1", "actor"));
   EXPECT_FALSE(hasPrefix("\tactor hip:1", "actor"));  // raw lines match only at depth 0
   EXPECT_TRUE(contains("\t\tname hip", "name"));
@@ -69,9 +69,7 @@ TEST(FigureText, MatchFormsAndRecognisers) {
   // The whole header tells a part from one whose name begins with it.
   EXPECT_FALSE(isExact("actor lHand2:1", "actor lHand:1"));
   EXPECT_FALSE(isExact("actor lHand", "actor lHand:1"));
-}
-
-TEST(FigureText, FileKindIsTheLowerCasedLastThreeCharacters) {
+  // The file kind is the lower-cased last three characters.
   EXPECT_EQ(FileKind("C:\\x\\Fig.CR2"), "cr2");
   EXPECT_EQ(FileKind("/a/pose.pz2"), "pz2");
   EXPECT_EQ(FileKind("figcr2"), "cr2");  // no dot is looked for
@@ -81,12 +79,7 @@ TEST(FigureText, FileKindIsTheLowerCasedLastThreeCharacters) {
 TEST(FigureText, PoserPathForms) {
   EXPECT_EQ(ToPoserPath("C:\\Poser\\Runtime\\Geometries\\Ava\\ava.obj"), "Runtime:Geometries:Ava:ava.obj");
   EXPECT_EQ(ToPoserPath("/opt/poser/Runtime/textures/a.tif"), "Runtime:textures:a.tif");
-  try {
-    ToPoserPath("C:\\elsewhere\\ava.obj");
-    FAIL();
-  } catch (const RuntimeError& e) {
-    EXPECT_EQ(e.number(), kInvalidProcedureCall);
-  }
+  EXPECT_EQ(test::runTimeErrorOf([] { ToPoserPath("C:\\elsewhere\\ava.obj"); }), kInvalidProcedureCall);
   test::TempDir dir;
   test::writeFile(dir / "Runtime/Geometries/Ava/ava.obj", "v 0 0 0\r\n");
   std::string ploc = dir.path().string() + "/";

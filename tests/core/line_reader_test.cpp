@@ -1,6 +1,10 @@
+// The buffered line reader: its rules case by case, and against a plain model of them
+// over long random texts whose lines and fields straddle the reader's buffer boundaries.
 #include "core/line_reader.h"
 
 #include <gtest/gtest.h>
+
+#include <random>
 
 #include "core/line_writer.h"
 #include "core/runtime_error.h"
@@ -9,102 +13,78 @@
 namespace tolvane::core {
 namespace {
 
+using test::runTimeErrorOf;
 using test::TempDir;
 using test::writeFile;
-
-std::vector<std::string> rawLines(const std::string& bytes) {
-  TempDir dir;
-  writeFile(dir / "f.cr2", bytes);
-  LineReader r(dir / "f.cr2");
-  std::vector<std::string> out;
-  while (!r.atEnd()) out.push_back(r.ReadRawLine());
-  return out;
-}
-
-std::vector<std::string> fields(const std::string& bytes) {
-  TempDir dir;
-  writeFile(dir / "f.cr2", bytes);
-  LineReader r(dir / "f.cr2");
-  std::vector<std::string> out;
-  while (!r.atEnd()) out.push_back(r.ReadField());
-  return out;
-}
-
 using Lines = std::vector<std::string>;
 
-TEST(LineReader, RawLinesEndAtCrLfOrLoneCrAndKeepIndentation) {
-  struct Case {
-    const char* what;
-    std::string bytes;
-    Lines expected;
-  } cases[] = {
-      {"crlf with indentation", "actor hip:1\r\n\t{\r\n\t\tname hip\r\n", {"actor hip:1", "\t{", "\t\tname hip"}},
-      {"last line without ending", "a\r\nb", {"a", "b"}},
-      {"empty lines stay", "a\r\n\r\n\r\nb\r\n", {"a", "", "", "b"}},
-      {"tab-only line is not empty", "{\r\n\t\r\n}\r\n", {"{", "\t", "}"}},
-      {"lone CR ends a line", "a\rb\r\n", {"a", "b"}},
-      {"lone LF belongs to the line", "a\nb\nc\r\n", {"a\nb\nc"}},
-      {"bare LF file reads as one line", "a\nb\n", {"a\nb\n"}},
-      {"comma is kept", "name GetStringRes(1024,6)\r\n", {"name GetStringRes(1024,6)"}},
-      {"empty file", "", {}},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.what);
-    EXPECT_EQ(rawLines(c.bytes), c.expected);
-  }
-}
-
-TEST(LineReader, FieldsDropLeadingBlanksAndSplitAtCommas) {
-  struct Case {
-    const char* what;
-    std::string bytes;
-    Lines expected;
-  } cases[] = {
-      {"indentation dropped", "\t\tname hip\r\n  x\r\n", {"name hip", "x"}},
-      {"comma splits the line", "\t\t\tname GetStringRes(1024,6)\r\nnext\r\n",
-       {"name GetStringRes(1024", "6)", "next"}},
-      {"tab-only line is empty", "{\r\n\t\r\n}\r\n", {"{", "", "}"}},
-      {"empty line is empty", "a\r\n\r\nb\r\n", {"a", "", "b"}},
-      {"quoted field drops the quotes", "\"C:\\a b.tif\"\r\nx\r\n", {"C:\\a b.tif", "x"}},
-      {"text after the closing quote is dropped", "\"ab\"cd,ef\r\n", {"ab", "ef"}},
-      {"quote inside a field is kept", "textureMap \"a.tif\"\r\n", {"textureMap \"a.tif\""}},
-      {"trailing comma gives an empty field", "a,\r\nb\r\n", {"a", "", "b"}},
-      {"last field without ending", "a\r\nb", {"a", "b"}},
-      {"lone CR ends a field", "a\rb", {"a", "b"}},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.what);
-    EXPECT_EQ(fields(c.bytes), c.expected);
-  }
-}
-
-TEST(LineReader, ReadingPastTheEndIsError62) {
+// The whole of `bytes` read as raw lines, or as fields.
+Lines readAll(const std::string& bytes, bool raw) {
   TempDir dir;
-  writeFile(dir / "f.cr2", "only\r\n");
+  writeFile(dir / "f.cr2", bytes);
   LineReader r(dir / "f.cr2");
-  EXPECT_EQ(r.ReadRawLine(), "only");
-  EXPECT_TRUE(r.atEnd());
-  try {
-    r.ReadRawLine();
-    FAIL() << "no error";
-  } catch (const RuntimeError& e) {
-    EXPECT_EQ(e.number(), kInputPastEndOfFile);
-  }
-  EXPECT_THROW(r.ReadField(), RuntimeError);
+  Lines out;
+  while (!r.atEnd()) out.push_back(raw ? r.ReadRawLine() : r.ReadField());
+  return out;
 }
 
-TEST(LineReader, PositionsCountBytesForPatching) {
+// Raw lines end at CR LF or a lone CR and keep their indentation; fields drop leading
+// blanks, split at commas and drop quotes.
+TEST(LineReader, RawLinesAndFields) {
+  const bool kRaw = true, kField = false;
+  const struct {
+    const char* what;
+    bool raw;
+    std::string bytes;
+    Lines expected;
+  } cases[] = {
+      {"crlf with indentation",
+       kRaw,
+       "actor hip:1\r\n\t{\r\n\t\tname hip\r\n",
+       {"actor hip:1", "\t{", "\t\tname hip"}},
+      {"last line without ending", kRaw, "a\r\nb", {"a", "b"}},
+      {"empty lines stay", kRaw, "a\r\n\r\n\r\nb\r\n", {"a", "", "", "b"}},
+      {"tab-only line is not empty", kRaw, "{\r\n\t\r\n}\r\n", {"{", "\t", "}"}},
+      {"lone CR ends a line", kRaw, "a\rb\r\n", {"a", "b"}},
+      {"lone LF belongs to the line", kRaw, "a\nb\nc\r\n", {"a\nb\nc"}},
+      {"bare LF file reads as one line", kRaw, "a\nb\n", {"a\nb\n"}},
+      {"comma is kept", kRaw, "name GetStringRes(1024,6)\r\n", {"name GetStringRes(1024,6)"}},
+      {"empty file", kRaw, "", {}},
+      {"indentation dropped", kField, "\t\tname hip\r\n  x\r\n", {"name hip", "x"}},
+      {"comma splits the line",
+       kField,
+       "\t\t\tname GetStringRes(1024,6)\r\nnext\r\n",
+       {"name GetStringRes(1024", "6)", "next"}},
+      {"tab-only field is empty", kField, "{\r\n\t\r\n}\r\n", {"{", "", "}"}},
+      {"empty field", kField, "a\r\n\r\nb\r\n", {"a", "", "b"}},
+      {"quoted field drops the quotes", kField, "\"C:\\a b.tif\"\r\nx\r\n", {"C:\\a b.tif", "x"}},
+      {"text after the closing quote is dropped", kField, "\"ab\"cd,ef\r\n", {"ab", "ef"}},
+      {"quote inside a field is kept", kField, "textureMap \"a.tif\"\r\n", {"textureMap \"a.tif\""}},
+      {"trailing comma gives an empty field", kField, "a,\r\nb\r\n", {"a", "", "b"}},
+      {"last field without ending", kField, "a\r\nb", {"a", "b"}},
+      {"lone CR ends a field", kField, "a\rb", {"a", "b"}},
+      {"CR at the very end", kField, "a\r", {"a"}},
+      {"blanks before the end of the file", kField, "x\r\n \t ", {"x", ""}},
+      {"unclosed quote runs to the end", kField, "\"open\r\nquote", {"open\r\nquote"}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    EXPECT_EQ(readAll(c.bytes, c.raw), c.expected);
+  }
+}
+
+// Positions after each read are checked against the model below; seeks take them back.
+TEST(LineReader, SeekAndLengthCountBytesAndReadingPastTheEndIsError62) {
   TempDir dir;
   writeFile(dir / "f.cr2", "abc\r\nde\rfg\r\n");
   LineReader r(dir / "f.cr2");
-  EXPECT_EQ(r.position(), 0u);
-  r.ReadRawLine();
-  EXPECT_EQ(r.position(), 5u);
-  r.ReadRawLine();
-  EXPECT_EQ(r.position(), 8u);
+  EXPECT_EQ(r.length(), 12u);
   r.seek(5);
   EXPECT_EQ(r.ReadRawLine(), "de");
-  EXPECT_EQ(r.length(), 12u);
+  EXPECT_EQ(r.position(), 8u);
+  EXPECT_EQ(r.ReadRawLine(), "fg");
+  EXPECT_TRUE(r.atEnd());
+  EXPECT_EQ(runTimeErrorOf([&] { r.ReadRawLine(); }), kInputPastEndOfFile);
 }
 
 TEST(LineReader, LinesLongerThanTheBufferAndCrLfAcrossBlocks) {
@@ -122,44 +102,112 @@ TEST(LineReader, LinesLongerThanTheBufferAndCrLfAcrossBlocks) {
 
 TEST(LineReader, MissingFileAndFolderAreRunTimeErrors) {
   TempDir dir;
-  try {
-    LineReader r(dir / "none.cr2");
-    FAIL();
-  } catch (const RuntimeError& e) {
-    EXPECT_EQ(e.number(), kFileNotFound);
+  EXPECT_EQ(runTimeErrorOf([&] { LineReader r(dir / "none.cr2"); }), kFileNotFound);
+  EXPECT_EQ(runTimeErrorOf([&] { LineReader r(dir.path()); }), kPathFileAccessError);
+}
+
+// The reading rules, stated as simply as possible on a whole string.
+struct Model {
+  std::string text;
+  std::size_t pos = 0;
+
+  // The first of `stops` from `from` on, or the end of the text.
+  std::size_t until(const char* stops, std::size_t from) const {
+    return std::min(text.find_first_of(stops, from), text.size());
   }
-  EXPECT_THROW(LineReader r(dir.path()), RuntimeError);
+
+  bool rawLine(std::string& out) {
+    if (pos >= text.size()) return false;
+    std::size_t cr = until("\r", pos);
+    out = text.substr(pos, cr - pos);
+    pos = cr;
+    skipEnding();
+    return true;
+  }
+
+  bool field(std::string& out) {
+    if (pos >= text.size()) return false;
+    pos = std::min(text.find_first_not_of(" \t", pos), text.size());
+    bool quoted = pos < text.size() && text[pos] == '"';
+    std::size_t stop = quoted ? until("\"", pos + 1) : until(",\r", pos);
+    out = text.substr(pos + quoted, stop - pos - quoted);
+    pos = quoted ? until(",\r", std::min(stop + 1, text.size())) : stop;
+    if (pos < text.size() && text[pos] == ',')
+      ++pos;
+    else
+      skipEnding();
+    return true;
+  }
+
+  void skipEnding() {
+    if (pos < text.size() && text[pos] == '\r' && ++pos < text.size() && text[pos] == '\n') ++pos;
+  }
+};
+
+// Reads the whole text with a seeded mix of raw and field reads and compares every
+// result and position with the model.
+void compareWithModel(const std::string& text, unsigned seed) {
+  TempDir dir;
+  writeFile(dir / "t.cr2", text);
+  LineReader reader(dir / "t.cr2");
+  Model model{text};
+  std::mt19937 random(seed);
+  std::string got, want;
+  for (std::size_t step = 0;; ++step) {
+    bool raw = random() % 3 == 0;
+    bool more = raw ? reader.readRawLine(got) : reader.readField(got);
+    bool modelMore = raw ? model.rawLine(want) : model.field(want);
+    ASSERT_EQ(more, modelMore) << "step " << step;
+    if (!more) break;
+    ASSERT_EQ(got, want) << "step " << step << (raw ? " raw" : " field") << " at byte " << model.pos;
+    ASSERT_EQ(reader.position(), model.pos) << "step " << step;
+    ASSERT_EQ(reader.atEnd(), model.pos == text.size());
+  }
+  EXPECT_EQ(runTimeErrorOf([&] { reader.ReadField(); }), kInputPastEndOfFile) << "past the end";
+}
+
+std::string randomText(std::size_t size, unsigned seed, std::string_view alphabet) {
+  std::mt19937 random(seed);
+  std::string text(size, ' ');
+  for (char& c : text) c = alphabet[random() % alphabet.size()];
+  return text;
+}
+
+TEST(LineReaderModel, LongTextsAcrossBufferBoundaries) {
+  // Short lines of figure text, with every delimiter the rules know, over several
+  // buffers of the reader; long runs without a delimiter cross a whole buffer.
+  const std::string dense = randomText(3'200'000, 7, "ab\t ,\"\r\n\r\nxyz0123456789");
+  std::string sparse = randomText(2'500'000, 8, "abcdefgh \t");
+  for (std::size_t i = 0; i < sparse.size(); i += 700'001) sparse[i] = '\r';
+  for (std::size_t i = 350'000; i < sparse.size(); i += 900'017) sparse[i] = ',';
+  for (unsigned seed = 1; seed <= 3; ++seed) {
+    compareWithModel(dense, seed);
+    compareWithModel(sparse, seed);
+  }
 }
 
 TEST(LineWriter, WritesCrLfAndAppends) {
   TempDir dir;
-  {
-    LineWriter w(dir / "o.txt", LineWriter::Mode::Output);
-    w.WriteLine("a");
-    w.WriteLine("");
-    w.close();
-  }
-  {
-    LineWriter w(dir / "o.txt", LineWriter::Mode::Append);
-    w.WriteLine("\tb");
-    w.close();
-  }
+  LineWriter out(dir / "o.txt", LineWriter::Mode::Output);
+  out.WriteLine("a");
+  out.WriteLine("");
+  out.close();
+  LineWriter append(dir / "o.txt", LineWriter::Mode::Append);
+  append.WriteLine("\tb");
+  append.close();
   EXPECT_EQ(test::readFile(dir / "o.txt"), "a\r\n\r\n\tb\r\n");
 }
 
 TEST(LineWriter, FullDiskIsError61AndOutputIsTruncated) {
   TempDir dir;
   LineWriter::failAfterBytesForTesting(10);
-  try {
+  int error = runTimeErrorOf([&] {
     LineWriter w(dir / "o.txt", LineWriter::Mode::Output);
     for (int i = 0; i < 10; ++i) w.WriteLine("0123456789");
     w.close();
-    LineWriter::failAfterBytesForTesting(-1);
-    FAIL() << "no error";
-  } catch (const RuntimeError& e) {
-    LineWriter::failAfterBytesForTesting(-1);
-    EXPECT_EQ(e.number(), kDiskFull);
-  }
+  });
+  LineWriter::failAfterBytesForTesting(-1);
+  EXPECT_EQ(error, kDiskFull);
   EXPECT_EQ(test::readFile(dir / "o.txt").size(), 10u);
 }
 

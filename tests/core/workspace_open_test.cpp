@@ -5,24 +5,21 @@
 #include "core/workspace.h"
 #include "workspace_fixture.h"
 
-namespace tolvane {
+namespace tolvane::test {
 namespace {
 
-using test::readFile;
-using test::WorkspaceFixture;
-using test::writeFile;
-using Entries = std::vector<std::string>;
+using WorkspaceOpen = WorkspaceTest;
 
-std::pair<std::string, std::string> runTimeError(int number) {
-  return {kAppName, "Run-time error '" + std::to_string(number) + "':..."};
-}
+Prompt runTimeError(int number) { return {kAppName, "Run-time error '" + std::to_string(number) + "':..."}; }
 
-TEST(WorkspaceOpen, FigureShowsTheFigurePage) {
-  WorkspaceFixture w;
+TEST_F(WorkspaceOpen, FigureShowsTheFigurePageAndACancelChangesNothing) {
   auto ava = w.lib("Character/Tolv/Ava.cr2");
-  w.form().PictureViewChannels.setBackColor(ui::kToolOn);
-  w.open(ava, {test::kMoreThanOneMap});
   ui::Opening& f = w.form();
+  w.click("MenuFileOpen", {});  // a cancel changes nothing
+  EXPECT_TRUE(f.LabelFileName.caption().empty());
+  EXPECT_EQ(f.ListMRU.listCount(), 0);
+  f.PictureViewChannels.setBackColor(ui::kToolOn);
+  w.open(ava, {kMoreThanOneMap});
   EXPECT_EQ(f.OpenFilePath, ava.string());
   EXPECT_EQ(f.LastOpenedPath, ava.string());
   EXPECT_EQ(f.LabelFileNameForEditor.caption(), ava.string());
@@ -44,133 +41,100 @@ TEST(WorkspaceOpen, FigureShowsTheFigurePage) {
   EXPECT_FALSE(f.busy());
 }
 
-TEST(WorkspaceOpen, CancelledDialogChangesNothing) {
-  WorkspaceFixture w;
-  w.t.services.cancelDialog();
-  fireEvent(*w.t, "Opening", "MenuFileOpen", EventKind::Click);
-  EXPECT_TRUE(w.form().LabelFileName.caption().empty());
-  EXPECT_EQ(w.form().ListMRU.listCount(), 0);
-}
-
-TEST(WorkspaceOpen, ReadOnlyFileIsListedWhateverTheAnswer) {
+TEST_F(WorkspaceOpen, ReadOnlyFileIsListedWhateverTheAnswer) {
   for (ui::Answer answer : {ui::Answer::No, ui::Answer::Yes}) {
     SCOPED_TRACE(ui::answerName(answer));
-    WorkspaceFixture w;
-    auto ava = w.lib("Character/Tolv/Ava.cr2");
+    WorkspaceFixture each;  // a fresh folder for each case
+    auto ava = each.lib("Character/Tolv/Ava.cr2");
     core::setReadOnly(ava);
-    w.t.services.dialog(ava.string());
-    w.t.services.expect(
-        "Alert!",
-        "This is a read-only file, probably from a CD.  It cannot be edited.  Would you like to change "
-        "this attribute so it can be edited by Tolvane?",
-        answer);
-    w.t.services.expect(test::kMoreThanOneMap.first, test::kMoreThanOneMap.second);
-    fireEvent(*w.t, "Opening", "MenuFileOpen", EventKind::Click);
-    EXPECT_EQ(w.form().ListActors.listCount(), 5);
+    each.open(
+        ava,
+        {{"Alert!",
+          "This is a read-only file, probably from a CD.  It cannot be edited.  Would you like to change "
+          "this attribute so it can be edited by Tolvane?",
+          answer},
+         kMoreThanOneMap});
+    EXPECT_EQ(each.form().ListActors.listCount(), 5);
     EXPECT_EQ(core::isReadOnly(ava), answer == ui::Answer::No);
   }
 }
 
-TEST(WorkspaceOpen, LeadingBlanksAreChoppedWithinTheScannedLines) {
-  struct Case {
+TEST_F(WorkspaceOpen, LeadingBlanksAreChoppedWithinTheScannedLines) {
+  const struct {
     const char* name;
     int blankLine;  // 1-based line that gets two leading blanks
     bool chopped;
-  };
-  const Case cases[] = {{"fig.cr2", 3, true},
-                        {"fig.cr2", 100, true},
-                        {"fig.cr2", 101, false},
-                        {"pose.pz2", 20, true},
-                        {"pose.pz2", 21, false}};
-  for (const Case& c : cases) {
+  } cases[] = {{"fig.cr2", 3, true},
+               {"fig.cr2", 100, true},
+               {"fig.cr2", 101, false},
+               {"pose.pz2", 20, true},
+               {"pose.pz2", 21, false}};
+  for (const auto& c : cases) {
     SCOPED_TRACE(std::string(c.name) + " line " + std::to_string(c.blankLine));
-    WorkspaceFixture w;
+    WorkspaceFixture each;  // a fresh folder for each case
     std::vector<std::string> lines{"{", "version", "\t{", "\tnumber 4.01", "\t}"};
     while (lines.size() < 120) lines.push_back("\tfiller " + std::to_string(lines.size()));
     lines[c.blankLine - 1] = "  x";
-    lines.push_back("figure");
-    lines.push_back("\t{");
-    lines.push_back("\t}");
-    auto file = w.t.files() / c.name;
-    writeFile(file, test::crlf(lines));
-    w.open(file, {test::kNoBodyParts, test::kNoSkin});
+    lines.insert(lines.end(), {"figure", "\t{", "\t}"});
+    auto file = each.t.files() / c.name;
+    writeFile(file, crlf(lines));
+    each.open(file, {kNoBodyParts, kNoSkin});
     std::string text = readFile(file);
     EXPECT_EQ(text.find("  x") == std::string::npos, c.chopped);
-    if (c.chopped) {
-      EXPECT_NE(text.find("\r\n x\r\n"), std::string::npos);
-    }
-    EXPECT_FALSE(std::filesystem::exists(w.t->currentDir / "Chop.doc"));
+    EXPECT_EQ(text.find("\r\n x\r\n") != std::string::npos, c.chopped);
+    EXPECT_FALSE(std::filesystem::exists(each.t->currentDir / "Chop.doc"));
   }
 }
 
-TEST(WorkspaceOpen, RefusedRepairStopsAFigureButNotAScene) {
-  WorkspaceFixture w;
-  auto lfOnly = [&](const std::string& name) {
-    auto file = w.t.files() / name;
-    writeFile(file,
-              "{\nversion\n\t{\n\tnumber 4.01\n\t}\nfigureResFile :Runtime:Geometries:Tolv:ava.obj\n}\n");
-    return file;
-  };
-  auto sorry =
-      std::make_pair(std::string("Sorry!"), std::string("Tolvane may not be able to process this file..."));
-  auto cr2 = lfOnly("lf.cr2");
-  std::string before = readFile(cr2);
-  w.t.services.dialog(cr2.string());
-  w.t.services.expect(sorry.first, sorry.second, ui::Answer::Cancel);
-  fireEvent(*w.t, "Opening", "MenuFileOpen", EventKind::Click);
-  EXPECT_EQ(w.t.services.pending(), 0u);
+TEST_F(WorkspaceOpen, RefusedRepairStopsAFigureButNotAScene) {
+  const std::string lfOnly =
+      "{\nversion\n\t{\n\tnumber 4.01\n\t}\nfigureResFile :Runtime:Geometries:Tolv:ava.obj\n}\n";
+  const Prompt sorry{"Sorry!", "Tolvane may not be able to process this file...", ui::Answer::Cancel};
+  auto cr2 = w.t.files() / "lf.cr2", pz3 = w.t.files() / "lf.pz3";
+  writeFile(cr2, lfOnly);
+  writeFile(pz3, lfOnly);
+  w.open(cr2, {sorry});
   EXPECT_TRUE(w.form().LabelFileName.caption().empty());
   EXPECT_EQ(w.form().OpenRefused, 0);
-  EXPECT_EQ(readFile(cr2), before);
+  EXPECT_EQ(readFile(cr2), lfOnly);
 
   // The scene goes on unrepaired: read as one long line it has no part to list.
-  auto pz3 = lfOnly("lf.pz3");
-  w.t.services.dialog(pz3.string());
-  w.t.services.expect(sorry.first, sorry.second, ui::Answer::Cancel);
-  w.t.services.expect(test::kNoBodyParts.first, test::kNoBodyParts.second);
-  w.t.services.expect(test::kNoSkin.first, test::kNoSkin.second);
-  fireEvent(*w.t, "Opening", "MenuFileOpen", EventKind::Click);
-  EXPECT_EQ(w.t.services.pending(), 0u);
+  w.open(pz3, {sorry, kNoBodyParts, kNoSkin});
   EXPECT_EQ(w.form().LabelFileNameForEditor.caption(), pz3.string());
-  EXPECT_EQ(readFile(pz3), before);
+  EXPECT_EQ(readFile(pz3), lfOnly);
 }
 
-TEST(WorkspaceOpen, BadInputGivesAClearErrorAndChangesNoFile) {
-  struct Case {
-    const char* name;
-    std::string bytes;
-    int error;
-  };
-  std::string binary(
+TEST_F(WorkspaceOpen, BadInputGivesAClearErrorAndChangesNoFile) {
+  const std::string binary(
       "\x7f"
       "ELF\r\n\x01\x02\x00\x00,\xff\xfe\r\n",
       16);
-  const Case cases[] = {
+  const struct {
+    const char* name;
+    std::string bytes;
+    int error;
+  } cases[] = {
       {"binary.cr2", binary, 62},
-      {"nofigureres.cr2", test::crlf({"{", "actor BODY:1", "\t{", "\t", "\t}", "}"}), 62},
+      {"nofigureres.cr2", crlf({"{", "actor BODY:1", "\t{", "\t", "\t}", "}"}), 62},
       {"missinggeometry.cr2",
-       test::crlf({"{", "figureResFile :Runtime:Geometries:Nope:x.obj", "actor BODY:1", "}"}), 76},
+       crlf({"{", "figureResFile :Runtime:Geometries:Nope:x.obj", "actor BODY:1", "}"}), 76},
       {"vanished.cr2", "", 53},
   };
-  for (const Case& c : cases) {
+  for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
-    WorkspaceFixture w;
-    auto file = w.t.files() / c.name;
+    WorkspaceFixture each;  // a fresh folder for each case
+    auto file = each.t.files() / c.name;
     if (c.error != 53) writeFile(file, c.bytes);
-    w.open(file, {runTimeError(c.error)});
-    if (c.error != 53) {
-      EXPECT_EQ(readFile(file), c.bytes);
-    }
-    EXPECT_FALSE(w.form().busy());
+    each.open(file, {runTimeError(c.error)});
+    EXPECT_EQ(readFile(file), c.bytes);
+    EXPECT_FALSE(each.form().busy());
   }
 }
 
-TEST(WorkspaceOpen, ObjAndMtlPages) {
-  WorkspaceFixture w;
+TEST_F(WorkspaceOpen, ObjAndMtlPages) {
   auto obj = w.poser / "Runtime/Geometries/Tolv/ava.obj";
-  w.open(w.lib("Character/Tolv/Ava.cr2"), {test::kMoreThanOneMap});
-  w.open(obj);
-  ui::Opening& f = w.form();
+  w.open(w.lib("Character/Tolv/Ava.cr2"), {kMoreThanOneMap});
+  ui::Opening& f = w.open(obj);
   EXPECT_EQ(f.LabelOBJFileName.caption(), obj.string());
   EXPECT_TRUE(f.LabelOBJFileName.visible());
   EXPECT_TRUE(f.PictureMash.visible());
@@ -183,34 +147,27 @@ TEST(WorkspaceOpen, ObjAndMtlPages) {
   int shown = 0;
   w.t->onShowEditor = [&] { ++shown; };
   auto mtl = w.t.files() / "ava.mtl";
-  writeFile(mtl, test::crlf({"newmtl skin", "Kd 1 1 1"}));
+  writeFile(mtl, crlf({"newmtl skin", "Kd 1 1 1"}));
   w.open(mtl);
   EXPECT_EQ(shown, 1);
   EXPECT_EQ(f.LabelFileNameForEditor.caption(), mtl.string());
 }
 
-TEST(WorkspaceOpen, SourcePane) {
-  WorkspaceFixture w;
+TEST_F(WorkspaceOpen, SourcePane) {
   w.t.services.expect("Information", "Click this button to open a source file.");
   fireEvent(*w.t, "Opening", "LabelOpenSource", EventKind::RightClick);
   w.t.services.expect("Note!", "Open a destination file first.");
   fireEvent(*w.t, "Opening", "LabelOpenSource", EventKind::Click);
 
   auto ava = w.lib("Character/Tolv/Ava.cr2");
-  w.open(ava, {test::kMoreThanOneMap});
-  w.t.services.dialog(w.lib("Scene/Tolv/Duet.pz3").string());
-  w.t.services.expect("Error!", "CR2 files only!");
-  fireEvent(*w.t, "Opening", "LabelOpenSource", EventKind::Click);
+  ui::Opening& f = w.open(ava, {kMoreThanOneMap});
+  w.click("LabelOpenSource", w.lib("Scene/Tolv/Duet.pz3"), {{"Error!", "CR2 files only!"}});
 
-  auto other = w.t.files() / "Other" / "Ava2.cr2";
-  std::filesystem::create_directories(other.parent_path());
-  std::filesystem::copy_file(ava, other);
-  ui::Opening& f = w.form();
+  auto other = copyInto(ava, w.t.files() / "Other");
   f.PictureTrash.setBackColor(ui::kToolOn);
   f.PictureBrktsOK.setVisible(true);
   f.MenuFile.setEnabled(false);
-  w.t.services.dialog(other.string());
-  fireEvent(*w.t, "Opening", "LabelOpenSource", EventKind::Click);
+  w.click("LabelOpenSource", other);
   EXPECT_EQ(f.ListChannels.items(), (Entries{"BODY PARTS", " BODY:1 * 8", "    hip:1 * 12",
                                              "    abdomen:1 * 17", "    head:1 * 22", "    "}));
   EXPECT_EQ(f.ListActors.listCount(), 5);
@@ -221,14 +178,14 @@ TEST(WorkspaceOpen, SourcePane) {
   EXPECT_FALSE(f.PictureBrktsOK.visible());
   EXPECT_TRUE(f.MenuFile.enabled());
   EXPECT_EQ(allChannelsPath(*w.t), other.string());
+  EXPECT_EQ(w.t.services.pending(), 0u);
 }
 
-TEST(WorkspaceOpen, DroppedFilesLoadAsFromTheCommandLine) {
-  WorkspaceFixture w;
+TEST_F(WorkspaceOpen, DroppedFilesLoadAsFromTheCommandLine) {
   auto ava = w.lib("Character/Tolv/Ava.cr2");
   EventArgs drop;
   drop.files = {ava.string()};
-  w.t.services.expect(test::kMoreThanOneMap.first, test::kMoreThanOneMap.second);
+  w.expect(kMoreThanOneMap);
   ASSERT_TRUE(fireEvent(*w.t, "Opening", "Opening", EventKind::Drop, drop));
   EXPECT_EQ(w.form().ListActors.listCount(), 5);
   EXPECT_EQ(w.form().OpenFilePath, ava.string());
@@ -241,4 +198,4 @@ TEST(WorkspaceOpen, DroppedFilesLoadAsFromTheCommandLine) {
 }
 
 }  // namespace
-}  // namespace tolvane
+}  // namespace tolvane::test

@@ -3,21 +3,15 @@
 #include "core/workspace.h"
 #include "workspace_fixture.h"
 
-namespace tolvane {
+namespace tolvane::test {
 namespace {
-
-using test::firstDifference;
-using test::readFile;
-using test::WorkspaceFixture;
-using test::writeFile;
 
 const std::filesystem::path kSave = std::filesystem::path(TOLVANE_TEST_DATA) / "workspace" / "save";
 
 struct SaveFixture : WorkspaceFixture {
   SaveFixture() {
-    file = t.files() / "figure.cr2";
-    std::filesystem::copy_file(kSave / "figure.cr2", file);
-    open(file, {test::kMoreThanOneMap});
+    file = copyInto(kSave / "figure.cr2", t.files());
+    open(file, {kMoreThanOneMap});
     original = readFile(file);
   }
   void handEdit(ui::TextBox& box, const std::string& text) {
@@ -27,9 +21,11 @@ struct SaveFixture : WorkspaceFixture {
   std::filesystem::path file;
   std::string original;
 };
-
-TEST(WorkspaceSave, SaveWritesTheRedBoxesOnly) {
+struct WorkspaceSave : ::testing::Test {
   SaveFixture s;
+};
+
+TEST_F(WorkspaceSave, SaveWritesTheRedBoxesOnly) {
   ui::Opening& f = s.form();
   s.handEdit(f.TextMainOBJ, "Runtime\\Geometries\\Tolv\\new.obj");
   s.handEdit(f.TextMainBump, "C:\\tex\\b.jpg");
@@ -40,8 +36,7 @@ TEST(WorkspaceSave, SaveWritesTheRedBoxesOnly) {
   EXPECT_EQ(f.LabelMainBump.foreColor(), ui::kRed);
   EXPECT_EQ(f.PathsDirty, 1);
 
-  s.t.services.dialog(s.file.string());
-  fireEvent(*s.t, "Opening", "MenuFileSave", EventKind::Click);
+  s.click("MenuFileSave", s.file);
   EXPECT_EQ(firstDifference(s.file, kSave / "expected_save.cr2"), "");
   EXPECT_EQ(s.t.services.dialogs().back().fileName, s.file.string());
   EXPECT_EQ(s.t.services.dialogs().back().kind, ui::FileDialogRequest::Kind::Save);
@@ -51,47 +46,42 @@ TEST(WorkspaceSave, SaveWritesTheRedBoxesOnly) {
   EXPECT_FALSE(std::filesystem::exists(s.t.work() / "cr2temp.txt"));
 }
 
-TEST(WorkspaceSave, ExitDoublesTheKeywordAndOpenReplacesNoGeometry) {
+TEST_F(WorkspaceSave, ExitDoublesTheKeywordAndOpenReplacesNoGeometry) {
   struct Case {
     PathWriteVariant variant;
     const char* expected;
     bool objLabelRed;
   };
-  const Case cases[] = {{PathWriteVariant::Exit, "expected_exit.cr2", false},
-                        {PathWriteVariant::Open, "expected_open.cr2", true}};
-  for (const Case& c : cases) {
+  for (const Case& c : {Case{PathWriteVariant::Exit, "expected_exit.cr2", false},
+                        Case{PathWriteVariant::Open, "expected_open.cr2", true}}) {
     SCOPED_TRACE(c.expected);
-    SaveFixture s;
-    ui::Opening& f = s.form();
-    s.t.services.dialog((s.poser / "Runtime/Geometries/Tolv/ball.obj").string());
-    fireEvent(*s.t, "Opening", "LabelMainOBJPath", EventKind::Click);
+    SaveFixture each;  // a fresh figure for each variant
+    ui::Opening& f = each.form();
+    each.click("LabelMainOBJPath", each.poser / "Runtime/Geometries/Tolv/ball.obj");
     EXPECT_EQ(f.TextMainOBJ.text(), "Runtime:Geometries:Tolv:ball.obj");
-    s.handEdit(f.TextMainReflect, "C:\\env.jpg");
-    s.t.services.dialog(s.file.string());
-    WritePathChanges(*s.t, c.variant);
-    EXPECT_EQ(firstDifference(s.file, kSave / c.expected), "");
+    each.handEdit(f.TextMainReflect, "C:\\env.jpg");
+    each.t.services.dialog(each.file.string());
+    WritePathChanges(*each.t, c.variant);
+    EXPECT_EQ(firstDifference(each.file, kSave / c.expected), "");
     EXPECT_EQ(f.LabelMainOBJPath.foreColor() == ui::kRed, c.objLabelRed);
     EXPECT_EQ(f.LabelMainReflect.foreColor(), 0xC00000u);
   }
 }
 
-TEST(WorkspaceSave, WithoutPrimaryMaterialNoMapIsWritten) {
-  SaveFixture s;
+TEST_F(WorkspaceSave, WithoutPrimaryMaterialNoMapIsWritten) {
   auto pose = s.t.files() / "pose.cr2";
-  std::string text = test::crlf({"{", "figureResFile :Runtime:Geometries:Tolv:ava.obj", "\tmaterial eyes",
-                                 "\t\t{", "\t\tbumpMap NO_MAP", "\t\t}", "}"});
+  std::string text = crlf({"{", "figureResFile :Runtime:Geometries:Tolv:ava.obj", "\tmaterial eyes", "\t\t{",
+                           "\t\tbumpMap NO_MAP", "\t\t}", "}"});
   writeFile(pose, text);
   s.form().OpenFilePath = pose.string();
   s.handEdit(s.form().TextMainBump, "x.jpg");
-  s.t.services.dialog(pose.string());
-  fireEvent(*s.t, "Opening", "MenuFileSave", EventKind::Click);
+  s.click("MenuFileSave", pose);
   EXPECT_EQ(readFile(pose), text);
   EXPECT_EQ(s.form().LabelMainBump.foreColor(), ui::kRed);  // its keyword was never passed
   EXPECT_EQ(s.form().PathsDirty, 0);
 }
 
-TEST(WorkspaceSave, CancelOnExitIsARunTimeErrorAndTheFileStays) {
-  SaveFixture s;
+TEST_F(WorkspaceSave, CancelOnExitIsARunTimeErrorAndTheFileStays) {
   s.handEdit(s.form().TextMainReflect, "C:\\env.jpg");
   s.t.services.cancelDialog();
   s.t.services.expect(kAppName, "Run-time error '32755':...");
@@ -100,60 +90,50 @@ TEST(WorkspaceSave, CancelOnExitIsARunTimeErrorAndTheFileStays) {
   EXPECT_EQ(s.t.services.pending(), 0u);
 }
 
-TEST(WorkspaceSave, SaveAsToANewNameAndCancel) {
-  SaveFixture s;
+TEST_F(WorkspaceSave, SaveAsToANewNameAndCancel) {
   ui::Opening& f = s.form();
   s.handEdit(f.TextMainBump, "C:\\tex\\b.jpg");
   auto copy = s.t.dir / "elsewhere" / "copy.cr2";
   std::filesystem::create_directories(copy.parent_path());
-  s.t.services.dialog(copy.string());
-  fireEvent(*s.t, "Opening", "MenuFileSaveAs", EventKind::Click);
+  s.click("MenuFileSaveAs", copy);
   EXPECT_EQ(readFile(s.file), s.original);
   EXPECT_NE(readFile(copy).find("\t\tbumpMapC::tex:b.jpg\r\n"), std::string::npos);
   EXPECT_EQ(s.t->currentDir, copy.parent_path());
 
   // A cancel leaves the scratch copy in the Work folder and clears the flag all the same.
   s.handEdit(f.TextMainBump, "C:\\other.jpg");
-  s.t.services.cancelDialog();
-  fireEvent(*s.t, "Opening", "MenuFileSaveAs", EventKind::Click);
+  s.click("MenuFileSaveAs", {});
   EXPECT_EQ(readFile(s.file), s.original);
   EXPECT_TRUE(std::filesystem::exists(s.t.work() / "cr2temp.txt"));
   EXPECT_EQ(f.PathsDirty, 0);
 }
 
-TEST(WorkspaceSave, ExtraMaterialsModeSavesTheMaterialToolsResult) {
-  SaveFixture s;
+TEST_F(WorkspaceSave, ExtraMaterialsModeSavesTheMaterialToolsResult) {
   writeFile(s.t.work() / "CR2.tmp", "materials\r\n");
   s.form().ExtraMaterialsMode = true;
   auto target = s.t.files() / "withmaterials.cr2";
-  s.t.services.dialog(target.string());
-  fireEvent(*s.t, "Opening", "MenuFileSaveAs", EventKind::Click);
+  s.click("MenuFileSaveAs", target);
   EXPECT_EQ(readFile(target), "materials\r\n");
   EXPECT_EQ(s.form().LastOpenedPath, target.string());
   EXPECT_FALSE(s.form().ExtraMaterialsMode);
   EXPECT_EQ(readFile(s.file), s.original);
 }
 
-TEST(WorkspaceSave, LabelsBrowseAndBoxesRefuseForwardSlashes) {
-  SaveFixture s;
+TEST_F(WorkspaceSave, LabelsBrowseAndBoxesRefuseForwardSlashes) {
   ui::Opening& f = s.form();
-  s.t.services.dialog("C:\\Poser\\Runtime\\textures\\a.tif");
-  fireEvent(*s.t, "Opening", "LabelMainTex", EventKind::Click);
+  s.click("LabelMainTex", "C:\\Poser\\Runtime\\textures\\a.tif");
   EXPECT_EQ(f.TextMainTex.text(), "C:Poser:Runtime:textures:a.tif");
   EXPECT_EQ(f.PathsDirty, 1);
 
   f.PathsDirty = 0;
-  s.t.services.cancelDialog();
-  fireEvent(*s.t, "Opening", "LabelMainTrans", EventKind::Click);
+  s.click("LabelMainTrans", {});
   EXPECT_EQ(f.LabelMainTrans.foreColor(), ui::kRed);  // red at once, even on a cancel
   EXPECT_EQ(f.PathsDirty, 0);
 
-  s.t.services.dialog((s.t.dir / "outside" / "x.obj").string());
-  s.t.services.expect("Error!", "Geometry files must be in the Runtime folders!");
-  fireEvent(*s.t, "Opening", "LabelMainOBJPath", EventKind::Click);
+  s.click("LabelMainOBJPath", s.t.dir / "outside" / "x.obj",
+          {{"Error!", "Geometry files must be in the Runtime folders!"}});
   EXPECT_EQ(f.TextMainOBJ.text(), "Tolv:ava.obj");
-  s.t.services.dialog(s.file.string());  // the open file itself: nothing happens
-  fireEvent(*s.t, "Opening", "LabelMainOBJPath", EventKind::Click);
+  s.click("LabelMainOBJPath", s.file);  // the open file itself: nothing happens
   EXPECT_EQ(f.LabelMainOBJPath.foreColor(), 0xC00000u);
 
   f.TextMainBump.setText("C:/tex/b.jpg");
@@ -168,16 +148,15 @@ TEST(WorkspaceSave, LabelsBrowseAndBoxesRefuseForwardSlashes) {
   EXPECT_EQ(s.t.services.pending(), 0u);
 }
 
-TEST(WorkspaceSave, OpenAsksAboutUnsavedPaths) {
-  SaveFixture s;
+TEST_F(WorkspaceSave, OpenAsksAboutUnsavedPaths) {
   s.handEdit(s.form().TextMainReflect, "C:\\env.jpg");
-  s.t.services.expect("Alert!", "Save path changes before closing file?", ui::Answer::Yes);
+  s.expect({"Alert!", "Save path changes before closing file?", ui::Answer::Yes});
   s.t.services.dialog(s.file.string());  // the save dialog of the path write
-  s.open(s.file, {test::kMoreThanOneMap});
+  s.open(s.file, {kMoreThanOneMap});
   EXPECT_EQ(firstDifference(s.file, kSave / "expected_open.cr2"), "");
   EXPECT_EQ(s.form().PathsDirty, 0);
   EXPECT_EQ(s.form().LabelMainReflect.foreColor(), 0xC00000u);
 }
 
 }  // namespace
-}  // namespace tolvane
+}  // namespace tolvane::test

@@ -56,6 +56,20 @@ class EditorWindowTest : public QObject {
     QVERIFY(!s.window->rightView()->isVisible());
     QCOMPARE(s.form().RichTextBox1->text(), s.original);
     QCOMPARE(s.child<QLabel>("LabelFileSizeEd1")->text(), QString(" %1 bytes").arg(s.original.size()));
+
+    // No event of the window: the change reaches the view through the form alone, as
+    // while a question about the pane is open.
+    s.form().RichTextBox1.setBackColor(ui::kPaneAlert);
+    s.form().RichTextBox1->find("actor", 1, ui::kFindNoOptions);
+    s.form().RichTextBox1->setSelColor(ui::kRed);
+    s.form().RichTextBox1.textChanged();
+    QApplication::processEvents();
+    QCOMPARE(s.window->leftView()->viewport()->palette().color(QPalette::Base), QColor(0xFF, 0x80, 0x80));
+    QImage shot = s.window->leftView()->viewport()->grab().toImage();
+    bool red = false;
+    for (int y = 0; y < shot.height() && !red; ++y)
+      for (int x = 0; x < shot.width() && !red; ++x) red = shot.pixelColor(x, y) == QColor(Qt::red);
+    QVERIFY(red);  // the found text stands in red
   }
 
   void typingMarksThePaneAndShowsTheLine() {
@@ -97,23 +111,6 @@ class EditorWindowTest : public QObject {
     QTest::keyClick(s.window->leftView(), Qt::Key_F3);
     QCOMPARE(s.form().FoundPosition, static_cast<std::int32_t>(s.original.find("actor", first + 1)));
     QCOMPARE(s.form().RichTextBox1->text(), s.original);  // F3 types nothing
-  }
-
-  void aPaneShowsWhatTheFormSaysAtOnce() {
-    Session s;
-    // No event of the window: the change reaches the view through the form alone, as
-    // while a question about the pane is open.
-    s.form().RichTextBox1.setBackColor(ui::kPaneAlert);
-    s.form().RichTextBox1->find("actor", 1, ui::kFindNoOptions);
-    s.form().RichTextBox1->setSelColor(ui::kRed);
-    s.form().RichTextBox1.textChanged();
-    QApplication::processEvents();
-    QCOMPARE(s.window->leftView()->viewport()->palette().color(QPalette::Base), QColor(0xFF, 0x80, 0x80));
-    QImage shot = s.window->leftView()->viewport()->grab().toImage();
-    bool red = false;
-    for (int y = 0; y < shot.height() && !red; ++y)
-      for (int x = 0; x < shot.width() && !red; ++x) red = shot.pixelColor(x, y) == QColor(Qt::red);
-    QVERIFY(red);  // the found text stands in red
   }
 
   void closeAsksAndSavesByteForByte() {

@@ -1,6 +1,7 @@
 #include "gui_test_support.h"
 
 #include <QApplication>
+#include <QDropEvent>
 
 #include "program/program.h"
 
@@ -42,6 +43,14 @@ void WindowFixture::showFigurePage() {
     c->setVisible(true);
   o.ImageSplash.setVisible(false);
   FormBinding::flushAll();
+}
+
+void dropOn(QWidget* target, const QMimeData* mime) {
+  QPoint at = target->rect().center();
+  QDragEnterEvent enter(at, Qt::CopyAction, mime, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(target, &enter);
+  QDropEvent drop(at, Qt::CopyAction, mime, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(target, &drop);
 }
 
 }  // namespace tolvane::gui::test

@@ -1,7 +1,8 @@
 // Helpers of the GUI tests: a dispatch that records every event with the model's state
-// at that moment, and a main window over a test program.
+// at that moment, a main window over a test program, and a drop as the user makes it.
 #pragma once
 
+#include <QMimeData>
 #include <QWidget>
 #include <memory>
 #include <string>
@@ -25,10 +26,8 @@ class EventRecorder {
  public:
   // Records, then passes the event on to the program's handlers when `passOn` is set.
   Dispatch dispatch(bool passOn = false);
-  const std::vector<RecordedEvent>& events() const { return m_events; }
   // The events of one control and kind.
   std::vector<RecordedEvent> of(const std::string& control, EventKind kind) const;
-  void clear() { m_events.clear(); }
 
  private:
   std::vector<RecordedEvent> m_events;
@@ -50,5 +49,8 @@ struct WindowFixture {
   // Shows the figure page as an open file does.
   void showFigurePage();
 };
+
+// Drags `mime` into the middle of `target` and lets it go there.
+void dropOn(QWidget* target, const QMimeData* mime);
 
 }  // namespace tolvane::gui::test

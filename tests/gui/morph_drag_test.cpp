@@ -1,8 +1,6 @@
 // The trash as a real drop target: a morph line dragged from ListChannels onto
 // PictureTrash reaches the removal behind it, which asks, saves and shortens the list.
-#include <QApplication>
 #include <QListWidget>
-#include <QMimeData>
 #include <QTest>
 
 #include "gui/binders.h"
@@ -49,12 +47,7 @@ void MorphDragTest::morphDraggedOntoTheTrashIsRemoved() {
                             ui::Answer::Yes);
   f.program.services.dialog(dest);
   std::unique_ptr<QMimeData> mime(list->mimeData(list->selectedItems()));
-  QWidget* trash = f.window->widgetFor("PictureTrash");
-  QPoint at = trash->rect().center();
-  QDragEnterEvent enter(at, Qt::CopyAction, mime.get(), Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(trash, &enter);
-  QDropEvent drop(at, Qt::CopyAction, mime.get(), Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(trash, &drop);
+  dropOn(f.window->widgetFor("PictureTrash"), mime.get());
 
   QCOMPARE(f.program.services.pending(), size_t(0));
   QCOMPARE(tolvane::test::firstDifference(dest, data / "remove_morph" / "expected.cr2"), std::string());

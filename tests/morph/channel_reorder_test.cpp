@@ -5,28 +5,24 @@
 namespace tolvane::test {
 namespace {
 
-using Lines = std::vector<std::string>;
-
-class ChannelReorderTest : public MorphTest {
+class ChannelReorderTest : public DestinationTest {
  protected:
   void SetUp() override {
-    openDestination(copyFigure("dest.cr2"));
-    original = readFile(dest);
+    DestinationTest::SetUp();
     // As the all-channels scan lists them: part, dial, lines before the actor, id.
     f.ListChannelsReorder.setItems({"hip:1*Wide^ 65@Wide", "abdomen:1*Slim^ 155@Slim",
                                     "abdomen:1*Belly^ 155@Belly", "chest:1*Bust^ 267@Bust",
                                     "chest:1*Round^ 267@Round", "chest:1*GetStringRes(1028,3)^ 267@Flat",
                                     "chest:1*Square^ 267@Square", "neck:1*Square^ 423@Square"});
+    selectActor("chest");
   }
   void moveToNewOrder(const std::string& entry) {
     f.ListChannelsReorderByPart.setListIndex(f.ListChannelsReorderByPart.indexOf(entry));
     ASSERT_TRUE(drop("ListChannelsReorderNewOrder", "ListChannelsReorderByPart"));
   }
-  std::string original;
 };
 
 TEST_F(ChannelReorderTest, RewritesThePartsChannelsInTheNewOrder) {
-  selectActor("chest");
   fire("ListActors", EventKind::DblClick);
   EXPECT_TRUE(f.ListChannelsReorderByPart.visible());
   EXPECT_TRUE(f.PictureChannelReorderDone.visible());
@@ -50,7 +46,6 @@ TEST_F(ChannelReorderTest, RewritesThePartsChannelsInTheNewOrder) {
 }
 
 TEST_F(ChannelReorderTest, EmptyNewOrderClosesTheToolAndCancelKeepsTheFile) {
-  selectActor("chest");
   fire("ListActors", EventKind::DblClick);
   fire("PictureChannelReorderDone", EventKind::Click);
   EXPECT_FALSE(f.ListChannelsReorderByPart.visible());
@@ -67,7 +62,6 @@ TEST_F(ChannelReorderTest, EmptyNewOrderClosesTheToolAndCancelKeepsTheFile) {
 
 TEST_F(ChannelReorderTest, MirrorModeLeavesTheDoubleClickToTheMirror) {
   f.PictureMirror.setBackColor(ui::kToolOn);
-  selectActor("chest");
   fire("ListActors", EventKind::DblClick);
   EXPECT_EQ(f.ListChannelsReorderByPart.listCount(), 0);
 }

@@ -7,39 +7,31 @@
 namespace tolvane::test {
 namespace {
 
-using Lines = std::vector<std::string>;
-
-class ChannelViewerTest : public MorphTest {
- protected:
-  void SetUp() override { openDestination(copyFigure("dest.cr2")); }
-};
+using ChannelViewerTest = DestinationTest;
 
 TEST_F(ChannelViewerTest, ListsThePartsChannelsInTheirFixedLayout) {
   struct Case {
-    const char* figure;  // empty: the destination itself
-    const char* part;
+    const char *figure, *part;  // figure empty: the destination itself
     Lines expected;
   };
   const Case cases[] = {
       // The resource name shows only up to its comma.
-      {"",
-       "chest",
-       {"Channels for  chest:1", "", "\tBust", "", "\tRound", "", "\tGetStringRes(1028", "", "\tSquare"}},
-      {"source.cr2",
-       "abdomen",
-       {"Channels for  abdomen:1", "", "\tEMC Channel", "\tSlave: Slim", "\tMaster: PBMBreathe",
-        "\tFigure: Figure 1", "\tMaster Part: BODY:1", "\tdeltaAddDelta 0.500000", "", "\tTwin", "",
-        "\tTuck"}},
+      {"", "chest",
+       partList("chest:1", {"\tBust", "", "\tRound", "", "\tGetStringRes(1028", "", "\tSquare"})},
+      {"source.cr2", "abdomen",
+       partList("abdomen:1",
+                {"\tEMC Channel", "\tSlave: Slim", "\tMaster: PBMBreathe", "\tFigure: Figure 1",
+                 "\tMaster Part: BODY:1", "\tdeltaAddDelta 0.500000", "", "\tTwin", "", "\tTuck"})},
       // The figure number comes from the source; a valueParm's block takes the last morph as its slave.
-      {"source_figure2.cr2",
-       "hip",
-       {"Channels for  hip:2", "", "\tNarrow", "", "\tEMC Channel", "\tSlave: Narrow", "\tMaster: Narrow",
-        "\tFigure: Figure 2", "\tMaster Part: hip:1", "\tdeltaAddDelta 1.000000"}},
+      {"source_figure2.cr2", "hip",
+       partList("hip:2", {"\tNarrow", "", "\tEMC Channel", "\tSlave: Narrow", "\tMaster: Narrow",
+                          "\tFigure: Figure 2", "\tMaster Part: hip:1", "\tdeltaAddDelta 1.000000"})},
+      // A part without morphs says so in red.
+      {"source.cr2", "neck", {"Channels for  neck:1", "NO MORPH CHANNELS FOR THIS PART"}},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(std::string(c.figure) + " " + c.part);
     openDestination(dest);
-    f.PictureViewChannels.setBackColor(ui::kToolRest);
     if (*c.figure) openSource(copyFigure(c.figure));
     viewChannels(c.part);
     EXPECT_EQ(f.ListChannels.items(), c.expected);
@@ -47,48 +39,34 @@ TEST_F(ChannelViewerTest, ListsThePartsChannelsInTheirFixedLayout) {
     EXPECT_TRUE(f.PictureCopyToDest.visible());
     EXPECT_TRUE(f.PictureRenameMorph.visible());
   }
-}
-
-TEST_F(ChannelViewerTest, PartWithoutMorphsSaysSoInRed) {
-  openSource(copyFigure("source.cr2"));
-  viewChannels("neck");
-  EXPECT_EQ(f.ListChannels.items(), (Lines{"Channels for  neck:1", "NO MORPH CHANNELS FOR THIS PART"}));
   EXPECT_EQ(f.ListChannels.foreColor(), ui::kRed);
 }
 
-TEST_F(ChannelViewerTest, NoPartChosenIsRefused) {
-  for (int index : {-1, 0}) {
-    SCOPED_TRACE(index);
-    f.ListActors.setListIndex(index);
-    services.expect("Note!", "Choose a bodypart first, from the left pane.");
-    fire("PictureViewChannels", EventKind::Click);
-    EXPECT_EQ(services.pending(), 0u);
-    EXPECT_EQ(f.PictureViewChannels.backColor(), ui::kToolRest);
-    EXPECT_EQ(f.ListChannels.items(), (Lines{"ALL CHANNELS", "************************"}));
-  }
-}
-
-TEST_F(ChannelViewerTest, FaultsOfTheScanAreErrorsThatChangeNothing) {
+TEST_F(ChannelViewerTest, RefusalsAndScanFaultsChangeNothing) {
   struct Case {
     const char* what;
-    std::string source;
-    const char* error;
+    std::string source;  // empty: none opened
+    int actor;           // -1: none chosen
+    const char *title, *text;
   };
   // A "hip:" line ending in its colon leaves the part without a figure number.
   std::string colon = (tp.files() / "colon.cr2").string();
   writeFile(colon,
             crlf({"{", "\tcomment hip:", "actor hip:1", "\t{", "\t}", "actor hip:1", "\t{", "", "\t}", "}"}));
+  const char* choose = "Choose a bodypart first, from the left pane.";
   const Case cases[] = {
+      {"no part chosen", "", -1, "Note!", choose},
+      {"BODY line", "", 0, "Note!", choose},
       // Two digits are cut to the last one, and no "actor hip:2" stands in the file.
-      {"two-digit figure number", copyFigure("source_figure12.cr2"), "Run-time error '62':..."},
-      {"part name ending in a colon", colon, "Run-time error '91':..."},
+      {"two-digit figure number", copyFigure("source_figure12.cr2"), 1, kAppName, "Run-time error '62':..."},
+      {"part name ending in a colon", colon, 1, kAppName, "Run-time error '91':..."},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
     openDestination(dest);
-    openSource(c.source);
-    selectActor("hip");
-    services.expect(kAppName, c.error);
+    if (!c.source.empty()) openSource(c.source);
+    f.ListActors.setListIndex(c.actor);
+    services.expect(c.title, c.text);
     fire("PictureViewChannels", EventKind::Click);
     EXPECT_EQ(services.pending(), 0u);
     EXPECT_EQ(f.PictureViewChannels.backColor(), ui::kToolRest);
@@ -124,6 +102,10 @@ TEST_F(ChannelViewerTest, MouseEventsOfTheChannelList) {
   fire("ListChannels", EventKind::Release, left);
   EXPECT_FALSE(f.ListChannelsDragOn);
   EXPECT_EQ(services.messages().back().icon, ui::Icon::Critical);
+  // A drop after the refused drag removes nothing.
+  f.ListChannels.setSelected(4, true);
+  drop("PictureTrash", "ListChannels");
+  EXPECT_EQ(readFile(dest), original);
   // With all channels listed a double-click does nothing.
   f.ListChannels.setListIndex(4);
   fire("ListChannels", EventKind::DblClick);
@@ -144,12 +126,19 @@ TEST_F(ChannelViewerTest, MouseEventsOfTheChannelList) {
   EXPECT_EQ(services.pending(), 0u);
 }
 
-TEST_F(ChannelViewerTest, RightClickExplains) {
-  services.expect(
-      "Information",
-      "Click this button to view channels for a body part and enable re-naming and copying them.");
-  fire("PictureViewChannels", EventKind::RightClick);
-  EXPECT_EQ(services.pending(), 0u);
+TEST_F(ChannelViewerTest, RightClicksOfTheChannelToolsExplain) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"PictureViewChannels",
+       "Click this button to view channels for a body part and enable re-naming and copying them."},
+      {"PictureCopyToDest", "Click this to copy a morph from the source to destination file."},
+      {"PictureTrash", "Click this button and then drag things to it."},
+  };
+  for (const auto& [control, text] : cases) {
+    SCOPED_TRACE(control);
+    services.expect("Information", text);
+    EXPECT_TRUE(fire(control, EventKind::RightClick));
+    EXPECT_EQ(services.pending(), 0u);
+  }
 }
 
 }  // namespace

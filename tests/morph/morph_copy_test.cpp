@@ -7,59 +7,67 @@ namespace tolvane::test {
 namespace {
 
 using ui::Answer;
-using Lines = std::vector<std::string>;
 
-class MorphCopyTest : public MorphTest {
+struct Message {
+  std::string title, text;
+  Answer answer = Answer::OK;
+};
+
+const Message kFigureNote{
+    "Note!",
+    "Note that your source EMC\\ERC morph uses \tFigure 1 as a figure name. This probably "
+    "does not agree with the name in your destination file, be sure to edit this."};
+const Message kGeometry{"Error!",
+                        "You must use figures based on the same geometry; they must have the same main obj."};
+const Message kSameObj{"Note!", "If you know it is the same obj..."};
+const Message kTransferNote{"Error!", "Note that the channel may not have transfered properly!"};
+const Message kError62{kAppName, "Run-time error '62':..."};
+
+class MorphCopyTest : public DestinationTest {
  protected:
-  void SetUp() override {
-    openDestination(copyFigure("dest.cr2"));
-    original = readFile(dest);
-  }
   std::string successQuestion(const std::string& source) const {
     return "Channel/s in " + source + " inserted into " + dest + ".  Save changes?";
   }
-  std::string original;
-};
-
-struct CopyCase {
-  const char* name;  // the expected output's folder
-  const char* source;
-  const char* part;
-  std::vector<std::string> selected;
-  std::vector<std::pair<std::string, std::string>> notes;  // messages before the question
+  // Opens a copy of the figure as the source, lists the part and selects the lines.
+  std::string listSource(const std::string& figure, const std::string& part, const Lines& selected) {
+    std::string source = copyFigure(figure);
+    openSource(source);
+    viewChannels(part);
+    selectChannels(selected);
+    return source;
+  }
 };
 
 TEST_F(MorphCopyTest, WritesTheSelectedBlockIntoTheDestination) {
-  const std::string figureNote =
-      "Note that your source EMC\\ERC morph uses \tFigure 1 as a figure name. This probably does not agree "
-      "with the "
-      "name in your destination file, be sure to edit this.";
-  const std::string numberNote =
-      "Unexpected figure number in the source.  This will be fixed, but it is possible the morph will not "
-      "work.";
-  const CopyCase cases[] = {
+  struct Case {
+    const char *name, *source, *part;  // name: the expected output's folder
+    Lines selected;
+    std::vector<Message> notes;  // messages before the question
+  };
+  const Message numberNote{
+      "Error!",
+      "Unexpected figure number in the source.  This will be fixed, but it is possible the morph "
+      "will not work."};
+  const Case cases[] = {
       {"copy_plain", "source.cr2", "hip", {"\tNarrow"}, {}},
       // No figureResFile: nothing to compare the geometry with, the copy goes on.
       {"copy_plain", "source_no_figureres.cr2", "hip", {"\tNarrow"}, {}},
-      {"copy_control_block", "source.cr2", "abdomen", {"\tMaster: PBMBreathe"}, {{"Note!", figureNote}}},
-      {"copy_control_block", "source.cr2", "abdomen", {"\tdeltaAddDelta 0.500000"}, {{"Note!", figureNote}}},
+      {"copy_control_block", "source.cr2", "abdomen", {"\tMaster: PBMBreathe"}, {kFigureNote}},
+      {"copy_control_block", "source.cr2", "abdomen", {"\tdeltaAddDelta 0.500000"}, {kFigureNote}},
       // The first Twin of the file is hip's, though abdomen is listed.
       {"copy_first_match", "source.cr2", "abdomen", {"\tTwin"}, {}},
       // Each selected line starts again from the destination on disk: only Tuck stays.
       {"copy_two_selected", "source.cr2", "abdomen", {"\tTwin", "\tTuck"}, {}},
-      {"copy_figure_number", "source_figure2.cr2", "hip", {"\tNarrow"}, {{"Error!", numberNote}}},
+      {"copy_figure_number", "source_figure2.cr2", "hip", {"\tNarrow"}, {numberNote}},
+      // Told to go on, the copy does not question the geometry a second time.
+      {"copy_plain", "source_other_obj.cr2", "hip", {"\tNarrow"}, {kGeometry, kSameObj}},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(std::string(c.name) + " from " + c.source + " " + c.selected.front());
-    openDestination(dest);
-    f.ListChannels.setItems({"ALL CHANNELS"});
-    f.PictureViewChannels.setBackColor(ui::kToolRest);
-    std::string source = copyFigure(c.source);
-    openSource(source);
-    viewChannels(c.part);
-    selectChannels(c.selected);
+    openDestination(copyFigure("dest.cr2"));
+    std::string source = listSource(c.source, c.part, c.selected);
     services.clearRecords();
-    for (const auto& [title, text] : c.notes) services.expect(title, text);
+    for (const auto& m : c.notes) services.expect(m.title, m.text, m.answer);
     services.expect("Success!", successQuestion(source), Answer::Yes);
     services.dialog(dest);
     EXPECT_TRUE(fire("PictureCopyToDest", EventKind::Click));
@@ -69,45 +77,15 @@ TEST_F(MorphCopyTest, WritesTheSelectedBlockIntoTheDestination) {
     EXPECT_EQ(services.dialogs().back().fileName, dest);
     EXPECT_FALSE(core::fileExists(tp.work() / "SaveMorph.txt"));
     EXPECT_FALSE(core::fileExists(tp.work() / "InsertMorph.txt"));
-    writeFile(dest, original);
   }
 }
 
-TEST_F(MorphCopyTest, OtherGeometryAsksAndCancelStopsWithoutWriting) {
-  std::string source = copyFigure("source_other_obj.cr2");
-  openSource(source);
-  viewChannels("hip");
-  selectChannels({"\tNarrow"});
-  services.expect("Error!",
-                  "You must use figures based on the same geometry; they must have the same main obj.");
-  services.expect("Note!", "If you know it is the same obj...", Answer::Cancel);
-  fire("PictureCopyToDest", EventKind::Click);
-  EXPECT_EQ(services.pending(), 0u);
-  EXPECT_EQ(readFile(dest), original);
-  EXPECT_EQ(f.PictureCopyToDest.backColor(), ui::kToolRest);
-  EXPECT_FALSE(f.ListEMCs.visible());
-
-  // OK goes on, and the geometry is not questioned again in the same run.
-  services.expect("Error!",
-                  "You must use figures based on the same geometry; they must have the same main obj.");
-  services.expect("Note!", "If you know it is the same obj...", Answer::OK);
-  services.expect("Success!", successQuestion(source), Answer::Yes);
-  services.dialog(dest);
-  fire("PictureCopyToDest", EventKind::Click);
-  EXPECT_EQ(services.pending(), 0u);
-  EXPECT_EQ(differenceFrom(dest, "copy_plain"), "");
-}
-
 TEST_F(MorphCopyTest, DestinationStaysUntilYesAndAChosenName) {
-  std::string source = copyFigure("source.cr2");
-  openSource(source);
-  viewChannels("hip");
-  selectChannels({"\tNarrow"});
-
+  std::string source = listSource("source.cr2", "hip", {"\tNarrow"});
   services.expect("Success!", successQuestion(source), Answer::No);
   fire("PictureCopyToDest", EventKind::Click);
   EXPECT_EQ(readFile(dest), original);
-  EXPECT_EQ(firstDifference(tp.work() / "InsertMorph.txt", data("copy_plain/expected.cr2")), "");
+  EXPECT_EQ(differenceFrom(tp.work() / "InsertMorph.txt", "copy_plain"), "");
 
   services.expect("Success!", successQuestion(source), Answer::Yes);
   services.cancelDialog();
@@ -121,111 +99,73 @@ TEST_F(MorphCopyTest, DestinationStaysUntilYesAndAChosenName) {
   services.dialog(other);
   fire("PictureCopyToDest", EventKind::Click);
   EXPECT_EQ(readFile(dest), original);
-  EXPECT_EQ(firstDifference(other, data("copy_plain/expected.cr2")), "");
+  EXPECT_EQ(differenceFrom(other, "copy_plain"), "");
   EXPECT_EQ(f.LabelFileNameForEditor.caption(), dest);
 }
 
-TEST_F(MorphCopyTest, RefusalsLeaveEverything) {
+TEST_F(MorphCopyTest, RefusalsAndMissingKeysLeaveTheDestination) {
   struct Refusal {
-    const char* what;
-    bool sourceOpen;
-    std::vector<std::string> list;
-    int current;
-    const char* title;
-    const char* text;
+    const char *what, *source;  // source: nullptr for none opened
+    Lines list;
+    int selected;
+    std::vector<Message> messages;
+    bool leftOn = false;  // the tool stays lit
   };
+  const Message noSource{"Information",
+                         "To copy a morph channel you must have a source file open in the righthand pane."};
+  const Message emcLine{
+      "Alert!", "You cannot delete or transfer a morph by choosing the EMC line, please choose another."};
+  const char* src = "source.cr2";
+  Message cancel = kSameObj;
+  cancel.answer = Answer::Cancel;
   const Refusal refusals[] = {
-      {"no source",
-       false,
-       {"Channels for  hip:1", "", "\tWide"},
-       2,
-       "Information",
-       "To copy a morph channel you must have a source file open in the righthand pane."},
-      {"head line", true, {"Channels for  hip:1", "", "\tNarrow"}, 0, "Note!", "Click on a morph to copy."},
-      {"EMC line",
-       true,
-       {"Channels for  abdomen:1", "", "\tEMC Channel", "\tSlave: Slim"},
-       2,
-       "Alert!",
-       "You cannot delete or transfer a morph by choosing the EMC line, please choose another."},
-      {"empty line only",
-       true,
-       {"Channels for  hip:1", "", "\tNarrow"},
-       1,
-       "Error!",
-       "Note that the channel may not have transfered properly!"},
-      {"no such actor",
-       true,
-       {"Channels for  foot:1", "", "\tNarrow"},
-       2,
-       "Error!",
-       "Note that the channel may not have transfered properly!"},
+      {"no source", nullptr, partList("hip:1", {"\tWide"}), 2, {noSource}},
+      {"head line", src, partList("hip:1", {"\tNarrow"}), 0, {{"Note!", "Click on a morph to copy."}}},
+      // The alert leaves the tool lit.
+      {"EMC line", src, partList("abdomen:1", {"\tEMC Channel", "\tSlave: Slim"}), 2, {emcLine}, true},
+      {"empty line only", src, partList("hip:1", {"\tNarrow"}), 1, {kTransferNote}},
+      {"no such actor", src, partList("foot:1", {"\tNarrow"}), 2, {kTransferNote}},
+      {"other geometry", "source_other_obj.cr2", partList("hip:1", {"\tNarrow"}), 2, {kGeometry, cancel}},
+      // A name that is no targetGeom id, as a file changed since it was listed shows.
+      {"no such morph", src, partList("hip:1", {"\tGone"}), 2, {kError62}},
+      // A group whose control block is not in the source.
+      {"no control block", src, emcGroup("abdomen:1", "Slim", "PBMOther", "0.500000"), 4, {kError62}},
+      // No Slim channel stands behind the destination's neck to take the control block.
+      {"no dest slave",
+       src,
+       emcGroup("neck:1", "Slim", "PBMBreathe", "0.500000"),
+       3,
+       {kFigureNote, kError62}},
+      // A slave with rot and tran is sought by its name line "name  rotXtranY" (see
+      // below); where no such line stands the search runs past the end.
+      {"rot and tran slave", src, emcGroup("hip:1", "rotXtranY", "Dial", "1"), 4, {kError62}},
   };
-  std::string source = copyFigure("source.cr2");
   for (const auto& r : refusals) {
     SCOPED_TRACE(r.what);
     openDestination(dest);
-    if (r.sourceOpen) openSource(source);
-    setChannels(r.list);
-    f.ListChannels.setSelected(r.current, true);
-    services.expect(r.title, r.text);
+    if (r.source) openSource(copyFigure(r.source));
+    f.ListChannels.setItems(r.list);
+    f.ListChannels.setSelected(r.selected, true);
+    for (const auto& m : r.messages) services.expect(m.title, m.text, m.answer);
     fire("PictureCopyToDest", EventKind::Click);
     EXPECT_EQ(services.pending(), 0u);
     EXPECT_EQ(readFile(dest), original);
-  }
-}
-
-TEST_F(MorphCopyTest, MissingKeysAreRunTimeErrorsThatLeaveTheDestination) {
-  std::string source = copyFigure("source.cr2");
-  openSource(source);
-  const std::vector<std::vector<std::string>> lists = {
-      // A name that is no targetGeom id, as a file changed since it was listed shows.
-      {"Channels for  hip:1", "", "\tGone"},
-      // A group whose control block is not in the source.
-      {"Channels for  abdomen:1", "", "\tEMC Channel", "\tSlave: Slim", "\tMaster: PBMOther",
-       "\tFigure: Figure 1", "\tMaster Part: BODY:1", "\tdeltaAddDelta 0.500000"},
-  };
-  for (const auto& list : lists) {
-    SCOPED_TRACE(list.back());
-    setChannels(list);
-    f.ListChannels.setSelected(list.size() == 3 ? 2 : 4, true);
-    services.expect(kAppName, "Run-time error '62':...");
-    fire("PictureCopyToDest", EventKind::Click);
-    EXPECT_EQ(services.pending(), 0u);
-    EXPECT_EQ(readFile(dest), original);
-    EXPECT_EQ(f.PictureCopyToDest.backColor(), ui::kToolRest);
+    EXPECT_EQ(f.PictureCopyToDest.backColor(), r.leftOn ? ui::kToolOn : ui::kToolRest);
     EXPECT_FALSE(f.busy());
+    EXPECT_FALSE(f.ListEMCs.visible());
   }
-}
-
-TEST_F(MorphCopyTest, SlaveMissingFromTheDestinationActorIsARunTimeError) {
-  // No Slim channel stands behind the destination's neck to take the control block.
-  std::string source = copyFigure("source.cr2");
-  openSource(source);
-  setChannels({"Channels for  neck:1", "", "\tEMC Channel", "\tSlave: Slim", "\tMaster: PBMBreathe",
-               "\tFigure: Figure 1", "\tMaster Part: BODY:1", "\tdeltaAddDelta 0.500000"});
-  f.ListChannels.setSelected(3, true);
-  services.answer(Answer::OK);  // the figure name note
-  services.expect(kAppName, "Run-time error '62':...");
-  fire("PictureCopyToDest", EventKind::Click);
-  EXPECT_EQ(services.pending(), 0u);
-  EXPECT_EQ(readFile(dest), original);
 }
 
 TEST_F(MorphCopyTest, SlaveWithRotAndTranIsSoughtByItsNameLine) {
   // Such a group keeps its mode, and the key is the name line with the slave's blank:
-  // two blanks behind "name". Only a file that has that line gives a block.
+  // two blanks behind "name".
   std::string source = (tp.files() / "rottran.cr2").string();
   writeFile(source,
             crlf({"figureResFile :Runtime:Geometries:Tolvane:ava.obj", "actor hip:1", "\t{", "", "\tchannels",
                   "\t\t{", "\t\ttargetGeom rotXtranY", "\t\t\t{", "\t\t\tname  rotXtranY",
                   "\t\t\tinitValue 0", "\t\t\t}", "\t\ttwistY hip_twisty", "\t\t}", "\t}"}));
   openSource(source);
-  const Lines group = {"Channels for  hip:1",   "",
-                       "\tEMC Channel",         "\tSlave: rotXtranY",
-                       "\tMaster: Dial",        "\tFigure: Figure 1",
-                       "\tMaster Part: BODY:1", "\tdeltaAddDelta 1"};
-  setChannels(group);
+  f.ListChannels.setItems(emcGroup("hip:1", "rotXtranY", "Dial", "1"));
   f.ListChannels.setSelected(4, true);
   services.expect("Success!", successQuestion(source), Answer::No);
   fire("PictureCopyToDest", EventKind::Click);
@@ -234,37 +174,20 @@ TEST_F(MorphCopyTest, SlaveWithRotAndTranIsSoughtByItsNameLine) {
   EXPECT_NE(inserted.find(crlf({"\tchannels", "\t\t{", "\t\t\tname  rotXtranY", "\t\t\tinitValue 0",
                                 "\t\t\t}", "\t\ttargetGeom Wide"})),
             std::string::npos);
-
-  // In the destination itself no such line stands: the search runs past the end.
-  openSource(copyFigure("source.cr2"));
-  f.ListChannels.setSelected(4, true);
-  services.expect(kAppName, "Run-time error '62':...");
-  fire("PictureCopyToDest", EventKind::Click);
-  EXPECT_EQ(services.pending(), 0u);
-  EXPECT_EQ(readFile(dest), original);
 }
 
 TEST_F(MorphCopyTest, AFileWithoutEmptyLinesTakesNoFurtherCopy) {
   // The copy drops the empty line that follows the brace of each definition, so the
   // line behind the two copied ones is no longer the name line.
-  std::string source = copyFigure("source.cr2");
-  openSource(source);
-  viewChannels("hip");
-  selectChannels({"\tNarrow"});
+  std::string source = listSource("source.cr2", "hip", {"\tNarrow"});
   services.expect("Success!", successQuestion(source), Answer::Yes);
   services.dialog(dest);
   fire("PictureCopyToDest", EventKind::Click);
   std::string once = readFile(dest);
-  services.expect("Error!", "Note that the channel may not have transfered properly!");
+  services.expect(kTransferNote.title, kTransferNote.text);
   fire("PictureCopyToDest", EventKind::Click);
   EXPECT_EQ(services.pending(), 0u);
   EXPECT_EQ(readFile(dest), once);
-}
-
-TEST_F(MorphCopyTest, RightClickExplains) {
-  services.expect("Information", "Click this to copy a morph from the source to destination file.");
-  EXPECT_TRUE(fire("PictureCopyToDest", EventKind::RightClick));
-  EXPECT_EQ(services.pending(), 0u);
 }
 
 }  // namespace

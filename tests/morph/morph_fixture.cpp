@@ -4,24 +4,28 @@
 
 namespace tolvane::test {
 
-std::filesystem::path MorphTest::data(const std::string& relative) {
-  return std::filesystem::path(TOLVANE_TEST_DATA) / "morph" / relative;
+Lines MorphTest::partList(const std::string& part, const Lines& lines) {
+  Lines list{"Channels for  " + part, ""};
+  list.insert(list.end(), lines.begin(), lines.end());
+  return list;
 }
 
-std::string MorphTest::copyFigure(const std::string& name) {
-  return copyInto(data("figures/" + name), tp.files()).string();
+Lines MorphTest::emcGroup(const std::string& part, const std::string& slave, const std::string& master,
+                          const std::string& delta) {
+  return partList(part, {"\tEMC Channel", "\tSlave: " + slave, "\tMaster: " + master, "\tFigure: Figure 1",
+                         "\tMaster Part: BODY:1", "\tdeltaAddDelta " + delta});
 }
 
-void MorphTest::openDestination(const std::string& path, std::vector<std::string> actors) {
+void MorphTest::openDestination(const std::string& path) {
   dest = path;
   for (ui::Label* l : {&f.LabelFileName, &f.LabelChannelFileName}) l->setCaption(displayPath(path));
   for (ui::Label* l : {&f.LabelFileNameForEditor, &f.LabelChannelFileNameForEditor}) l->setCaption(path);
   f.OpenFilePath = path;
   f.TextMainOBJ.setText("Tolvane:ava.obj");
-  if (actors.empty())
-    actors = {" BODY:1 * 7", "    hip:1 * 11", "    abdomen:1 * 16", "    chest:1 * 21", "    neck:1 * 26"};
-  f.ListActors.setItems(actors);
+  f.ListActors.setItems(
+      {" BODY:1 * 7", "    hip:1 * 11", "    abdomen:1 * 16", "    chest:1 * 21", "    neck:1 * 26"});
   f.ListChannels.setItems({"ALL CHANNELS", "************************"});
+  f.PictureViewChannels.setBackColor(ui::kToolRest);
 }
 
 void MorphTest::openSource(const std::string& path) {
@@ -42,22 +46,15 @@ void MorphTest::selectActor(const std::string& name) {
 void MorphTest::viewChannels(const std::string& part) {
   selectActor(part);
   ASSERT_TRUE(fire("PictureViewChannels", EventKind::Click));
-  ASSERT_EQ(f.PictureViewChannels.backColor(), ui::kToolOn)
-      << (messageTexts().empty() ? "" : messageTexts().back());
+  ASSERT_EQ(f.PictureViewChannels.backColor(), ui::kToolOn) << lastMessage();
 }
 
-void MorphTest::selectChannels(const std::vector<std::string>& lines) {
+void MorphTest::selectChannels(const Lines& lines) {
   for (const auto& line : lines) {
     int index = f.ListChannels.indexOf(line);
     ASSERT_GE(index, 0) << "no channel line " << line;
     f.ListChannels.setSelected(index, true);
   }
-}
-
-void MorphTest::setChannels(const std::vector<std::string>& lines) { f.ListChannels.setItems(lines); }
-
-bool MorphTest::fire(const std::string& control, EventKind kind, const EventArgs& args) {
-  return fireEvent(*tp, "Opening", control, kind, args);
 }
 
 bool MorphTest::drop(const std::string& control, const std::string& source) {
@@ -66,14 +63,9 @@ bool MorphTest::drop(const std::string& control, const std::string& source) {
   return fire(control, EventKind::Drop, args);
 }
 
-std::vector<std::string> MorphTest::messageTexts() const {
-  std::vector<std::string> texts;
-  for (const auto& m : services.messages()) texts.push_back(m.title + "|" + m.text);
-  return texts;
-}
-
-std::string MorphTest::differenceFrom(const std::string& path, const std::string& caseName) const {
-  return firstDifference(path, data(caseName + "/expected.cr2"));
+std::string MorphTest::lastMessage() const {
+  const auto& shown = services.messages();
+  return shown.empty() ? "" : shown.back().title + "|" + shown.back().text;
 }
 
 }  // namespace tolvane::test

@@ -14,36 +14,60 @@
 
 namespace tolvane::test {
 
+using Lines = std::vector<std::string>;
+
 class MorphTest : public ::testing::Test {
  protected:
-  static std::filesystem::path data(const std::string& relative);
+  static std::filesystem::path data(const std::string& relative) {
+    return std::filesystem::path(TOLVANE_TEST_DATA) / "morph" / relative;
+  }
+  // A part's listing as the viewer shows it: the heading, an empty line, then the lines.
+  static Lines partList(const std::string& part, const Lines& lines);
+  // A part's listing of one EMC group driven from figure 1's BODY.
+  static Lines emcGroup(const std::string& part, const std::string& slave, const std::string& master,
+                        const std::string& delta);
 
   // Copies a fixture figure into the program's files folder.
-  std::string copyFigure(const std::string& name);
-  // Sets the labels as Open leaves them, with both panes naming the file, and lists the
-  // destination's body parts (or those given) in ListActors.
-  void openDestination(const std::string& path, std::vector<std::string> actors = {});
+  std::string copyFigure(const std::string& name) {
+    return copyInto(data("figures/" + name), tp.files()).string();
+  }
+  // Sets the labels as Open leaves them, with both panes naming the file, lists the
+  // destination's body parts in ListActors and turns the viewer off.
+  void openDestination(const std::string& path);
   // A source opened in the right-hand pane.
   void openSource(const std::string& path);
 
   void selectActor(const std::string& name);
   // Fills ListChannels with the part's channels through PictureViewChannels.
   void viewChannels(const std::string& part);
-  void selectChannels(const std::vector<std::string>& lines);
-  void setChannels(const std::vector<std::string>& lines);
+  void selectChannels(const Lines& lines);
 
-  bool fire(const std::string& control, EventKind kind, const EventArgs& args = {});
+  bool fire(const std::string& control, EventKind kind, const EventArgs& args = {}) {
+    return fireEvent(*tp, "Opening", control, kind, args);
+  }
   bool drop(const std::string& control, const std::string& source);
 
-  // The text of every message shown, in order.
-  std::vector<std::string> messageTexts() const;
+  // The last message shown, for a failed step's report.
+  std::string lastMessage() const;
   // The first differing line between a file and a case's expected output.
-  std::string differenceFrom(const std::string& path, const std::string& caseName) const;
+  std::string differenceFrom(const std::filesystem::path& path, const std::string& caseName) const {
+    return firstDifference(path, data(caseName + "/expected.cr2"));
+  }
 
   TestProgram tp;
   ui::Opening& f = tp->opening;
   ui::ScriptedServices& services = tp.services;
   std::string dest;
+};
+
+// The tools' usual start: dest.cr2 opened, its text kept to show what a refusal left.
+class DestinationTest : public MorphTest {
+ protected:
+  void SetUp() override {
+    openDestination(copyFigure("dest.cr2"));
+    original = readFile(dest);
+  }
+  std::string original;
 };
 
 }  // namespace tolvane::test

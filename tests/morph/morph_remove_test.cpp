@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
+#include <array>
+
 #include "core/figure_text.h"
+#include "core/list_readers.h"
 #include "core/scratch_file.h"
 #include "morph_fixture.h"
 
@@ -8,14 +11,9 @@ namespace tolvane::test {
 namespace {
 
 using ui::Answer;
-using Lines = std::vector<std::string>;
 
-class MorphRemoveTest : public MorphTest {
+class MorphRemoveTest : public DestinationTest {
  protected:
-  void SetUp() override {
-    openDestination(copyFigure("dest.cr2"));
-    original = readFile(dest);
-  }
   // The user turns the trash on and drags the selected lines from a list onto it.
   void dragToTrash(const std::string& list) {
     if (f.PictureTrash.backColor() != ui::kToolOn) fire("PictureTrash", EventKind::Click);
@@ -23,48 +21,37 @@ class MorphRemoveTest : public MorphTest {
     fire(list, EventKind::Release);
     drop("PictureTrash", list);
   }
-  std::string original;
 };
 
 TEST_F(MorphRemoveTest, RemovesMorphsAndControlBlocks) {
   struct Case {
-    const char* name;
-    const char* figure;
-    const char* part;
-    Lines list;  // empty: as the viewer lists the part
+    const char *name, *figure, *part;
     Lines selected;
-    std::string question;  // with {} for the working path
+    std::string question;  // with {} for the working path, before "  Save changes?"
+    Lines list = {};       // empty: as the viewer lists the part
   };
   const Case cases[] = {
-      {"remove_morph",
-       "dest.cr2",
-       "chest",
-       {},
-       {"\tRound"},
-       "Morph \"Round\" removed from {}.  Save changes?"},
+      {"remove_morph", "dest.cr2", "chest", {"\tRound"}, "Morph \"Round\" removed from {}."},
       {"remove_control_block",
        "source.cr2",
        "abdomen",
-       {},
        {"\tFigure: Figure 1"},
-       "A morph in \"Slim\" removed from {}.  Save changes?"},
+       "A morph in \"Slim\" removed from {}."},
       {"remove_two_morphs",
        "dest.cr2",
        "chest",
-       {"Channels for  chest:1", "\tRound", "\tSquare"},
        {"\tRound", "\tSquare"},
-       "Multiple morphs removed from {}. Please remove any ERC channels using these morphs.  Save changes?"},
+       "Multiple morphs removed from {}. Please remove any ERC channels using these morphs.",
+       {"Channels for  chest:1", "\tRound", "\tSquare"}},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.name);
     std::string path = copyFigure(c.figure);
-    std::string before = readFile(path);
     openDestination(path);
-    f.PictureViewChannels.setBackColor(ui::kToolRest);
     viewChannels(c.part);
-    if (!c.list.empty()) setChannels(c.list);
+    if (!c.list.empty()) f.ListChannels.setItems(c.list);
     selectChannels(c.selected);
-    services.expect("Success!", core::Replace(c.question, "{}", path), Answer::Yes);
+    services.expect("Success!", core::Replace(c.question, "{}", path) + "  Save changes?", Answer::Yes);
     services.dialog(path);
     dragToTrash("ListChannels");
     EXPECT_EQ(services.pending(), 0u);
@@ -74,7 +61,6 @@ TEST_F(MorphRemoveTest, RemovesMorphsAndControlBlocks) {
     if (c.list.empty()) {
       for (const auto& line : c.selected) EXPECT_EQ(f.ListChannels.indexOf(line), -1) << line;
     }
-    writeFile(path, before);
   }
   // After the first removal the next selected line moves up and is not visited.
   EXPECT_EQ(f.ListChannels.items(), (Lines{"Channels for  chest:1", "\tSquare"}));
@@ -86,7 +72,7 @@ TEST_F(MorphRemoveTest, NoLeavesTheFileAndTheList) {
   services.answer(Answer::No);
   dragToTrash("ListChannels");
   EXPECT_EQ(readFile(dest), original);
-  EXPECT_EQ(firstDifference(tp.work() / "XMorph.txt", data("remove_morph/expected.cr2")), "");
+  EXPECT_EQ(differenceFrom(tp.work() / "XMorph.txt", "remove_morph"), "");
   EXPECT_NE(f.ListChannels.indexOf("\tRound"), -1);
 }
 
@@ -94,32 +80,22 @@ TEST_F(MorphRemoveTest, RefusalsOfTheMorphRemoval) {
   struct Refusal {
     Lines list;
     int selected;
-    const char* title;
-    const char* text;
+    const char *title, *text;
   };
   const Refusal refusals[] = {
-      {{"Channels for  chest:1", "", "\tRound"}, 1, "Note!", "No part clicked."},
-      {{"Channels for  abdomen:1", "", "\tEMC Channel"},
-       2,
-       "Alert!",
+      {partList("chest:1", {"\tRound"}), 1, "Note!", "No part clicked."},
+      {partList("abdomen:1", {"\tEMC Channel"}), 2, "Alert!",
        "You cannot delete a morph by choosing the EMC line, please choose another."},
       // A slave holding "rot" and "tran" is sought as an actor named " rotXtranY".
-      {{"Channels for  chest:1", "", "\tEMC Channel", "\tSlave: rotXtranY", "\tMaster: X",
-        "\tFigure: Figure 1", "\tMaster Part: BODY:1", "\tdeltaAddDelta 1"},
-       4,
-       "Tolvane",
-       "Run-time error '62':..."},
+      {emcGroup("chest:1", "rotXtranY", "X", "1"), 4, kAppName, "Run-time error '62':..."},
       // A group whose slave is a dial without targetGeom.
-      {{"Channels for  BODY:1", "", "\tEMC Channel", "\tSlave: PBMBreathe", "\tMaster: X",
-        "\tFigure: Figure 1", "\tMaster Part: BODY:1", "\tdeltaAddDelta 1"},
-       3,
-       "Error!",
+      {emcGroup("BODY:1", "PBMBreathe", "X", "1"), 3, "Error!",
        "This is a Full Body Morph, it cannot be removed!"},
   };
   viewChannels("chest");
   for (const auto& r : refusals) {
     SCOPED_TRACE(r.text);
-    setChannels(r.list);
+    f.ListChannels.setItems(r.list);
     f.ListChannels.setSelected(r.selected, true);
     services.expect(r.title, r.text);
     dragToTrash("ListChannels");
@@ -128,28 +104,9 @@ TEST_F(MorphRemoveTest, RefusalsOfTheMorphRemoval) {
   }
 }
 
-TEST_F(MorphRemoveTest, LinesCannotBeDraggedFromTheAllChannelsList) {
-  f.PictureTrash.setBackColor(ui::kToolRest);
-  fire("PictureTrash", EventKind::Click);
-  EXPECT_FALSE(f.ListChannelsDragOn);
-  f.ListChannels.setSelected(1, true);
-  services.expect(
-      "Note!", "Please choose a body part, to list just the channels for that part, before using this tool.");
-  fire("ListChannels", EventKind::Press);
-  fire("ListChannels", EventKind::Release);
-  drop("PictureTrash", "ListChannels");
-  EXPECT_EQ(services.pending(), 0u);
-  EXPECT_EQ(readFile(dest), original);
-  // A second click turns the tool off and ends every drag.
-  fire("PictureTrash", EventKind::Click);
-  EXPECT_EQ(f.PictureTrash.backColor(), ui::kToolRest);
-  EXPECT_FALSE(f.ListActorsDragOn);
-}
-
-TEST_F(MorphRemoveTest, TrashClickTurnsOnTheDragOfThePaneThatCanGive) {
+TEST_F(MorphRemoveTest, TrashClickTogglesTheDragOfThePaneThatCanGive) {
   struct Case {
-    const char* head;
-    const char* dragSource;
+    const char *head, *dragSource;
     bool channels, actors;
   };
   const Case cases[] = {{"ALL CHANNELS", "Actors", false, true},
@@ -158,45 +115,42 @@ TEST_F(MorphRemoveTest, TrashClickTurnsOnTheDragOfThePaneThatCanGive) {
                         {"BODY PARTS", "Actors", false, true}};
   for (const auto& c : cases) {
     SCOPED_TRACE(std::string(c.head) + " " + c.dragSource);
-    f.PictureTrash.setBackColor(ui::kToolRest);
-    f.ListChannelsDragOn = f.ListActorsDragOn = false;
     f.ListChannels.setItems({c.head});
     f.DragSource = c.dragSource;
     fire("PictureTrash", EventKind::Click);
     EXPECT_EQ(f.PictureTrash.backColor(), ui::kToolOn);
     EXPECT_EQ(f.ListChannelsDragOn, c.channels);
     EXPECT_EQ(f.ListActorsDragOn, c.actors);
+    // A second click turns the tool off and ends every drag.
+    fire("PictureTrash", EventKind::Click);
+    EXPECT_EQ(f.PictureTrash.backColor(), ui::kToolRest);
+    EXPECT_FALSE(f.ListChannelsDragOn || f.ListActorsDragOn);
   }
 }
 
 TEST_F(MorphRemoveTest, RemovesBodyParts) {
   const std::string note =
       "Body part/s removed from CR2.  All additional references to the removed body part/s have been changed "
-      "to "
-      "NULL. Be aware that this may have implications in your parent/child hierarchy and in the weld lines.";
-  struct Case {
-    const char* name;
-    const char* part;
-    int index;
-  };
-  for (const Case& c : {Case{"remove_body_part", "abdomen", 2}, Case{"remove_last_body_part", "neck", 4}}) {
-    SCOPED_TRACE(c.name);
-    openDestination(dest);
-    selectActor(c.part);
+      "to NULL. Be aware that this may have implications in your parent/child hierarchy and in the weld "
+      "lines.";
+  const std::array<const char*, 3> cases[] = {{"remove_body_part", "abdomen", "    abdomen:1 * 16"},
+                                              {"remove_last_body_part", "neck", "    neck:1 * 26"}};
+  for (const auto& [name, part, entry] : cases) {
+    SCOPED_TRACE(name);
+    openDestination(copyFigure("dest.cr2"));
+    selectActor(part);
     services.expect("Alert!", "You are about to remove one or more body parts.  Save changes?", Answer::Yes);
     services.dialog(dest);
     services.expect("Note!", note);
     dragToTrash("ListActors");
     EXPECT_EQ(services.pending(), 0u);
-    EXPECT_EQ(differenceFrom(dest, c.name), "");
+    EXPECT_EQ(differenceFrom(dest, name), "");
     EXPECT_EQ(f.ListActors.listCount(), 4);
-    EXPECT_EQ(f.ListActors.indexOf("    " + std::string(c.part) + ":1 * " + (c.index == 2 ? "16" : "26")),
-              -1);
+    EXPECT_EQ(f.ListActors.indexOf(entry), -1);
     EXPECT_EQ(f.LabelFileNameForEditor.caption(), dest);
-    EXPECT_EQ(f.LabelFileName.caption(), (dest.size() >= 43 ? "..." : "") + core::Right(dest, 45));
+    EXPECT_EQ(f.LabelFileName.caption(), displayPath(dest));
     EXPECT_EQ(f.LabelFileSize.caption(), " " + std::to_string(core::fileLength(dest)) + " bytes");
     EXPECT_EQ(f.PictureTrash.backColor(), ui::kToolRest);
-    writeFile(dest, original);
   }
 }
 
@@ -239,12 +193,6 @@ TEST_F(MorphRemoveTest, BodyPartRemovalRefusalsAndNo) {
   EXPECT_EQ(services.pending(), 0u);
   EXPECT_EQ(readFile(dest), original);
   EXPECT_EQ(f.PictureTrash.backColor(), ui::kToolRest);
-}
-
-TEST_F(MorphRemoveTest, RightClickExplains) {
-  services.expect("Information", "Click this button and then drag things to it.");
-  fire("PictureTrash", EventKind::RightClick);
-  EXPECT_EQ(services.pending(), 0u);
 }
 
 }  // namespace

@@ -8,14 +8,9 @@ namespace tolvane::test {
 namespace {
 
 using ui::Answer;
-using Lines = std::vector<std::string>;
 
-class MorphRenameTest : public MorphTest {
+class MorphRenameTest : public DestinationTest {
  protected:
-  void SetUp() override {
-    openDestination(copyFigure("dest.cr2"));
-    original = readFile(dest);
-  }
   // The first click offers the kinds; the option is chosen before the second.
   void chooseKind(bool bodyPart) {
     fire("PictureRenameMorph", EventKind::Click);
@@ -24,7 +19,6 @@ class MorphRenameTest : public MorphTest {
     f.OptionChannelRename.setValue(!bodyPart);
     f.OptionBodyPartRename.setValue(bodyPart);
   }
-  std::string original;
 };
 
 TEST_F(MorphRenameTest, RenamesTheFirstMorphOfThatNameInTheFile) {
@@ -40,7 +34,6 @@ TEST_F(MorphRenameTest, RenamesTheFirstMorphOfThatNameInTheFile) {
   EXPECT_EQ(services.pending(), 0u);
   EXPECT_EQ(differenceFrom(dest, "rename_morph"), "");
   EXPECT_EQ(f.ListChannels.items(), (Lines{"Channels for  neck:1", "", "\tBoxy"}));
-  EXPECT_EQ(f.LabelFileName.caption(), displayPath(dest));
   EXPECT_EQ(f.LabelFileSize.caption(), " " + std::to_string(core::fileLength(dest)) + " bytes");
   EXPECT_FALSE(f.TextMorphRename.visible());
   EXPECT_EQ(f.TextMorphRename.text(), "");
@@ -63,6 +56,7 @@ TEST_F(MorphRenameTest, BodyPartRenameCutsEveryLineThatHoldsTheName) {
   EXPECT_EQ(readFile(dest), original);
   EXPECT_EQ(f.ListActors.list(3), "    torso:1 * 21");
   EXPECT_EQ(f.LabelFileNameForEditor.caption(), renamed);
+  EXPECT_EQ(f.LabelFileName.caption(), displayPath(renamed));
   EXPECT_EQ(f.LabelChannelFileName.caption(), f.LabelFileName.caption());
   EXPECT_EQ(f.RenameWaitState, 481);
 }
@@ -90,83 +84,49 @@ TEST_F(MorphRenameTest, NoKeepsTheFileAndTheLists) {
   EXPECT_FALSE(f.OptionChannelRename.visible());
 }
 
-TEST_F(MorphRenameTest, Refusals) {
+TEST_F(MorphRenameTest, RefusalsLeaveTheFile) {
   struct Refusal {
     const char* what;
-    bool bodyPart;
+    bool bodyPart, sourceOpen;
     Lines channels;
-    int channel;
-    int actor;
-    const char* title;
-    const char* text;
+    int channel, actor;
+    const char *title, *text;
+    const char* typed = nullptr;  // the new name, where the tool gets that far
   };
+  // The last line of a group passes the checks and is no targetGeom id.
+  Lines group = emcGroup("abdomen:1", "Slim", "PBMBreathe", "0.500000");
+  group.push_back("");
+  const Lines hip = partList("hip:1", {"\tWide"});
+  const char* morphFirst = "Click on a morph to be renamed.";
+  const char* partFirst = "Click on a body part to be renamed.";
   const Refusal refusals[] = {
-      {"head line",
-       false,
-       {"Channels for  hip:1", "", "\tWide"},
-       0,
-       1,
-       "Note!",
-       "Click on a morph to be renamed."},
-      {"empty line",
-       false,
-       {"Channels for  hip:1", "", "\tWide"},
-       1,
-       1,
-       "Note!",
-       "Click on a morph to be renamed."},
-      {"EMC group",
-       false,
-       {"Channels for  abdomen:1", "", "\tEMC Channel", "\tSlave: Slim", "\tMaster: B"},
-       3,
-       2,
-       "Note!",
-       "You cannot rename an EMC channel with this tool yet."},
-      {"BODY line", true, {"ALL CHANNELS"}, -1, 0, "Note!", "Click on a body part to be renamed."},
-      {"morph with BODY line",
-       false,
-       {"Channels for  hip:1", "", "\tWide"},
-       2,
-       0,
-       "Note!",
-       "Click on a body part to be renamed."},
+      {"head line", false, false, hip, 0, 1, "Note!", morphFirst},
+      {"empty line", false, false, hip, 1, 1, "Note!", morphFirst},
+      {"EMC group", false, false, partList("abdomen:1", {"\tEMC Channel", "\tSlave: Slim", "\tMaster: B"}), 3,
+       2, "Note!", "You cannot rename an EMC channel with this tool yet."},
+      {"BODY line", true, false, {"ALL CHANNELS"}, -1, 0, "Note!", partFirst},
+      {"morph with BODY line", false, false, hip, 2, 0, "Note!", partFirst},
+      {"other file in the source pane", false, true, partList("hip:1", {"\tNarrow"}), 2, 1, "Information",
+       "To rename a morph channel in the righthand pane you must have the same file open in both panes."},
+      {"key not in the file", false, false, group, 7, 2, kAppName, "Run-time error '62':...", "New"},
   };
   for (const auto& r : refusals) {
     SCOPED_TRACE(r.what);
-    setChannels(r.channels);
+    openDestination(dest);
+    if (r.sourceOpen) openSource(copyFigure("source.cr2"));
+    f.ListChannels.setItems(r.channels);
     if (r.channel >= 0) f.ListChannels.setListIndex(r.channel);
     f.ListActors.setListIndex(r.actor);
     chooseKind(r.bodyPart);
+    if (r.typed) services.input(r.typed);
     services.expect(r.title, r.text);
     fire("PictureRenameMorph", EventKind::Click);
     EXPECT_EQ(services.pending(), 0u);
-    EXPECT_FALSE(f.OptionChannelRename.visible());
-    EXPECT_FALSE(f.TextMorphRename.visible());
+    // The run-time error leaves the options and the name box shown.
+    EXPECT_EQ(f.OptionChannelRename.visible(), r.typed != nullptr);
+    EXPECT_EQ(f.TextMorphRename.visible(), r.typed != nullptr);
+    EXPECT_EQ(readFile(dest), original);
   }
-  openSource(copyFigure("source.cr2"));
-  setChannels({"Channels for  hip:1", "", "\tNarrow"});
-  f.ListChannels.setListIndex(2);
-  chooseKind(false);
-  services.expect(
-      "Information",
-      "To rename a morph channel in the righthand pane you must have the same file open in both panes.");
-  fire("PictureRenameMorph", EventKind::Click);
-  EXPECT_EQ(services.pending(), 0u);
-  EXPECT_EQ(readFile(dest), original);
-}
-
-TEST_F(MorphRenameTest, KeyNotInTheFileEndsWithARunTimeError) {
-  // The last line of a group passes the checks and is no targetGeom id.
-  setChannels({"Channels for  abdomen:1", "", "\tEMC Channel", "\tSlave: Slim", "\tMaster: PBMBreathe",
-               "\tFigure: Figure 1", "\tMaster Part: BODY:1", "\tdeltaAddDelta 0.500000", ""});
-  f.ListChannels.setListIndex(7);
-  selectActor("abdomen");
-  chooseKind(false);
-  services.input("New");
-  services.expect(kAppName, "Run-time error '62':...");
-  fire("PictureRenameMorph", EventKind::Click);
-  EXPECT_EQ(services.pending(), 0u);
-  EXPECT_EQ(readFile(dest), original);
 }
 
 TEST_F(MorphRenameTest, EnterInTheNameBoxEndsTheWait) {

@@ -6,6 +6,8 @@
 #include <random>
 #include <sstream>
 
+#include "core/runtime_error.h"
+
 namespace tolvane::test {
 
 TempDir::TempDir() {
@@ -80,6 +82,15 @@ std::filesystem::path copyInto(const std::filesystem::path& source, const std::f
   std::filesystem::copy(source, target,
                         std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing);
   return target;
+}
+
+int runTimeErrorOf(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const core::RuntimeError& e) {
+    return e.number();
+  }
+  return 0;
 }
 
 TestProgram::TestProgram() {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -34,6 +35,8 @@ std::string crlf(const std::vector<std::string>& lines);
 std::string firstDifference(const std::filesystem::path& actual, const std::filesystem::path& expected);
 // Copies a fixture folder or file into `dir` and returns the copy's path.
 std::filesystem::path copyInto(const std::filesystem::path& source, const std::filesystem::path& dir);
+// The number of the run-time error `action` raises; 0 when it raises none.
+int runTimeErrorOf(const std::function<void()>& action);
 
 // A program for tests: scripted services, memory settings, a temporary Work folder and
 // current directory, both inside one TempDir.
