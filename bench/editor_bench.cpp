@@ -13,6 +13,7 @@
 #include <fstream>
 #include <string>
 
+#include "app/app.h"
 #include "generator/generator.h"
 #include "program/events.h"
 #include "program/program.h"
@@ -109,6 +110,7 @@ int main(int argc, char** argv) {
   ui::MemorySettings settings;
   ProgramOptions options{dir, dir, dir.string(), ""};
   Program program(services, settings, options);
+  app::wire(program);
   program.opening.LabelFileNameForEditor.setCaption(file.string());
 
   resetPeak();

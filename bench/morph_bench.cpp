@@ -13,6 +13,7 @@
 #include <functional>
 #include <string>
 
+#include "app/app.h"
 #include "generator/generator.h"
 #include "morph/morph_copy.h"
 #include "morph/morph_remove.h"
@@ -68,6 +69,7 @@ struct Bench {
     po.workDir = dir / "work";
     po.currentDir = dir;
     program = std::make_unique<tolvane::Program>(services, settings, po);
+    tolvane::app::wire(*program);
   }
 
   // Both panes on the destination, or the source in the right one.

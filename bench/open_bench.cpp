@@ -14,6 +14,7 @@
 #include <iostream>
 #include <string>
 
+#include "app/app.h"
 #include "generator/generator.h"
 #include "program/events.h"
 #include "program/program.h"
@@ -68,6 +69,7 @@ double openSeconds(const fs::path& figure, const fs::path& poser, const fs::path
   options.workDir = work;
   options.currentDir = work;
   tolvane::Program program(services, settings, options);
+  tolvane::app::wire(program);
   services.dialog(figure.string());
   for (int i = 0; i < 8; ++i) services.answer(tolvane::ui::Answer::OK);
   double s =

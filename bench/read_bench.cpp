@@ -11,7 +11,7 @@
 #include <filesystem>
 #include <string>
 
-#include "core/line_reader.h"
+#include "text/line_reader.h"
 #include "generator/generator.h"
 
 namespace {
@@ -33,7 +33,7 @@ double timeWc(const fs::path& file) {
 template <typename Read>
 double timePass(const fs::path& file, Read read, std::uint64_t& count) {
   auto start = Clock::now();
-  tolvane::core::LineReader reader(file);
+  tolvane::text::LineReader reader(file);
   std::string text;
   count = 0;
   while ((reader.*read)(text)) count += 1 + (text.size() & 1);  // touch the text so the pass is not skipped
@@ -60,8 +60,8 @@ int run(int argc, char** argv) {
   timeWc(file);  // brings the file into the page cache
   for (int round = 0; round < rounds; ++round) {
     wc = std::min(wc, timeWc(file));
-    raw = std::min(raw, timePass(file, &tolvane::core::LineReader::readRawLine, lines));
-    field = std::min(field, timePass(file, &tolvane::core::LineReader::readField, fields));
+    raw = std::min(raw, timePass(file, &tolvane::text::LineReader::readRawLine, lines));
+    field = std::min(field, timePass(file, &tolvane::text::LineReader::readField, fields));
   }
   std::printf("file %.1f MB, best of %d rounds\n", megabytes, rounds);
   std::printf("wc -l        %8.3f s  %8.0f MB/s\n", wc, megabytes / wc);

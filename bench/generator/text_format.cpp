@@ -70,7 +70,7 @@ std::string triple(std::int64_t x, std::int64_t y, std::int64_t z) {
   return micro(x) + " " + micro(y) + " " + micro(z);
 }
 
-Sink::Sink(const std::filesystem::path& path) : m_out(path, core::LineWriter::Mode::Output) {}
+Sink::Sink(const std::filesystem::path& path) : m_out(path, text::LineWriter::Mode::Output) {}
 
 void Sink::line(int depth, std::string_view text) {
   static constexpr std::string_view kTabs = "\t\t\t\t\t\t\t\t";

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/line_writer.h"
+#include "text/line_writer.h"
 
 namespace tolvane::gen {
 
@@ -52,7 +52,7 @@ class Sink {
   void close() { m_out.close(); }
 
  private:
-  core::LineWriter m_out;
+  text::LineWriter m_out;
   std::uint64_t m_bytes = 0;
 };
 

@@ -1,5 +1,7 @@
 // Registers the handlers of the Manual Editor: the hand-over from the main form, and
 // every event of FormEditor.
+#include "editor/editor_events.h"
+
 #include "editor/editor_close.h"
 #include "editor/editor_find.h"
 #include "editor/editor_goto_line.h"

@@ -1,6 +1,6 @@
 #include "editor/editor_goto_line.h"
 
-#include "core/run_time_number.h"
+#include "text/run_time_number.h"
 #include "editor/editor_panes.h"
 #include "program/program.h"
 
@@ -10,7 +10,7 @@ void GotoLine(Program& program, bool fromEnter) {
   ui::FormEditor& form = program.formEditor;
   ui::TextPane& pane = paneOf(form, activeSide(form));
   pane.setFocus();
-  auto line = static_cast<std::int64_t>(core::Val(form.TextLineNum.text()));
+  auto line = static_cast<std::int64_t>(text::Val(form.TextLineNum.text()));
   if (fromEnter && line == 0) {
     form.TextLineNum.setText("");
     return;

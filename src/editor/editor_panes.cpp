@@ -5,11 +5,11 @@
 
 #include <cerrno>
 
-#include "core/figure_text.h"
-#include "core/line_ending_repair.h"
-#include "core/run_time_number.h"
-#include "core/runtime_error.h"
-#include "core/scratch_file.h"
+#include "text/figure_text.h"
+#include "workspace/line_ending_repair.h"
+#include "text/run_time_number.h"
+#include "text/runtime_error.h"
+#include "text/scratch_file.h"
 #include "program/program.h"
 
 namespace tolvane::editor {
@@ -29,26 +29,26 @@ std::string paneFile(const ui::FormEditor& form, Side side) {
 }
 
 std::string sizeCaption(std::uint64_t length) {
-  return core::StrInteger(static_cast<long long>(length)) + " bytes";
+  return text::StrInteger(static_cast<long long>(length)) + " bytes";
 }
 
 namespace {
 // One read of the whole file into one string: the pane holds the text in memory anyway.
 std::string readWholeFile(const std::string& path) {
-  std::filesystem::path native = core::nativePath(path);
+  std::filesystem::path native = text::nativePath(path);
   int fd = ::open(native.c_str(), O_RDONLY | O_CLOEXEC);
   if (fd < 0)
-    core::raiseError(errno == ENOENT ? core::kFileNotFound : core::errorNumberFromErrno(errno, false), path);
+    text::raiseError(errno == ENOENT ? text::kFileNotFound : text::errorNumberFromErrno(errno, false), path);
   std::string bytes;
   try {
-    const std::size_t length = core::fileLength(native);
+    const std::size_t length = text::fileLength(native);
     bytes.reserve(length + length / 8 + 4096);  // the pane's room for edits
     bytes.resize(length);
     std::size_t done = 0;
     while (done < bytes.size()) {
       ssize_t n = ::read(fd, bytes.data() + done, bytes.size() - done);
       if (n < 0 && errno == EINTR) continue;
-      if (n < 0) core::raiseError(core::kDeviceIOError, path);
+      if (n < 0) text::raiseError(text::kDeviceIOError, path);
       if (n == 0) break;
       done += static_cast<std::size_t>(n);
     }

@@ -1,7 +1,7 @@
 #include "editor/editor_placement.h"
 
-#include "core/run_time_number.h"
-#include "core/runtime_error.h"
+#include "text/run_time_number.h"
+#include "text/runtime_error.h"
 #include "program/program.h"
 
 namespace tolvane::editor {
@@ -27,14 +27,14 @@ void loadPlacement(Program& program) {
   for (const Entry& e : kEntries) {
     std::string value = program.settings.get(kAppName, kSection, e.key, "");
     if (value.empty()) continue;
-    int number = static_cast<int>(core::Val(value));
+    int number = static_cast<int>(text::Val(value));
     if (number >= e.minimum) form.*e.value = number;
   }
 }
 
 void savePlacement(Program& program) {
   ui::FormEditor& form = program.formEditor;
-  core::ignoreErrors([&] {
+  text::ignoreErrors([&] {
     for (const Entry& e : kEntries)
       program.settings.save(kAppName, kSection, e.key, std::to_string(form.*e.value));
   });

@@ -2,11 +2,11 @@
 
 #include <filesystem>
 
-#include "core/figure_text.h"
-#include "core/line_writer.h"
-#include "core/runtime_error.h"
-#include "core/scratch_file.h"
-#include "core/scratch_move.h"
+#include "text/figure_text.h"
+#include "text/line_writer.h"
+#include "text/runtime_error.h"
+#include "text/scratch_file.h"
+#include "text/scratch_move.h"
 #include "program/program.h"
 #include "ui/services.h"
 
@@ -17,15 +17,15 @@ constexpr const char* kScratch = "\\EditorSave.tmp";
 
 void writePane(Program& program, ui::TextPane& pane, const std::string& chosen) {
   std::filesystem::path scratch = program.workFile(kScratch);
-  core::deleteIgnoringErrors(scratch);
+  text::deleteIgnoringErrors(scratch);
   try {
-    core::LineWriter out(scratch, core::LineWriter::Mode::Output);
+    text::LineWriter out(scratch, text::LineWriter::Mode::Output);
     out.write(pane->text());
     out.close();
     // The pane's own file goes, and so does any other file of the chosen name.
-    core::moveScratchInto(scratch, core::nativePath(chosen), true);
+    text::moveScratchInto(scratch, text::nativePath(chosen), true);
   } catch (...) {
-    core::deleteIgnoringErrors(scratch);
+    text::deleteIgnoringErrors(scratch);
     throw;
   }
 }

@@ -1,6 +1,7 @@
 // Tolvane, the desktop program: the main window over the program state.
 #include <QApplication>
 
+#include "app/app.h"
 #include "gui/app_setup.h"
 #include "gui/main_window.h"
 #include "gui/qt_services.h"
@@ -16,6 +17,7 @@ int main(int argc, char** argv) {
   tolvane::gui::QtSettings settings;
   tolvane::Program program(services, settings,
                            tolvane::gui::programOptions(QApplication::arguments().mid(1)));
+  tolvane::app::wire(program);
   tolvane::gui::MainWindow window(program);
   services.setWindow(&window);
   window.show();

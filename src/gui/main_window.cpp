@@ -38,11 +38,11 @@ MainWindow::MainWindow(Program& program, Dispatch dispatch, QWidget* parent)
   ui::Opening& o = program.opening;
   for (ui::Control* c : o.controls())
     if (auto* button = qobject_cast<PictureButton*>(widgetFor(c->name())))
-      button->setDropTarget(c == &o.PictureTrash || eventTable().has("Opening", c->name(), EventKind::Drop));
+      button->setDropTarget(c == &o.PictureTrash || m_program.events().has("Opening", c->name(), EventKind::Drop));
   for (ui::ListBox* pane : {&o.ListActors, &o.ListChannels}) {
     QWidget* w = widgetFor(pane->name());
     w->installEventFilter(this);
-    if (eventTable().has("Opening", pane->name(), EventKind::RightClick)) continue;
+    if (m_program.events().has("Opening", pane->name(), EventKind::RightClick)) continue;
     w->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(w, &QWidget::customContextMenuRequested, this,
             [this, pane, w](const QPoint& at) { showPaneMenu(*pane, w->mapToGlobal(at)); });

@@ -2,7 +2,7 @@
 
 #include <QFileInfo>
 
-#include "core/runtime_error.h"
+#include "text/runtime_error.h"
 #include "gui/qt_text.h"
 #include "program/program.h"
 
@@ -41,10 +41,10 @@ std::string QtSettings::get(const std::string& app, const std::string& section, 
 void QtSettings::save(const std::string& app, const std::string& section, const std::string& key,
                       const std::string& value) {
   const std::string where = toPathText(m_store->fileName());
-  if (!m_store->isWritable()) core::raiseError(core::kPermissionDenied, where);
+  if (!m_store->isWritable()) text::raiseError(text::kPermissionDenied, where);
   m_store->setValue(keyPath(app, section, key), fromPathText(value));
   m_store->sync();
-  if (m_store->status() != QSettings::NoError) core::raiseError(core::kPermissionDenied, where);
+  if (m_store->status() != QSettings::NoError) text::raiseError(text::kPermissionDenied, where);
 }
 
 }  // namespace tolvane::gui

@@ -1,12 +1,12 @@
 // Body part removal, the second half of the PictureTrash tool: each selected ListActors
 // line takes its part out of the file through "\cr2.doc", rewrites parent references
 // met on the way to "NULL", and mends the figure section's hierarchy once.
-#include "core/figure_text.h"
-#include "core/line_reader.h"
-#include "core/line_writer.h"
-#include "core/run_time_number.h"
-#include "core/runtime_error.h"
-#include "core/scratch_file.h"
+#include "text/figure_text.h"
+#include "text/line_reader.h"
+#include "text/line_writer.h"
+#include "text/run_time_number.h"
+#include "text/runtime_error.h"
+#include "text/scratch_file.h"
 #include "morph/morph_common.h"
 #include "morph/morph_remove.h"
 #include "program/file_save_step.h"
@@ -15,11 +15,11 @@
 
 namespace tolvane::morph {
 
-using core::contains;
-using core::hasPrefix;
-using core::InStr;
-using core::LineReader;
-using core::LineWriter;
+using text::contains;
+using text::hasPrefix;
+using text::InStr;
+using text::LineReader;
+using text::LineWriter;
 
 namespace {
 
@@ -72,7 +72,7 @@ std::string figureHead(PartPass& p, const std::string& line) {
     third = readLine(p.in);
     p.out.WriteLine(third);
   }
-  p.remembered = "\t\t\tBODY:" + core::Right(third, 1);
+  p.remembered = "\t\t\tBODY:" + text::Right(third, 1);
   return readLine(p.in);
 }
 
@@ -113,14 +113,14 @@ void restOfFile(PartPass& p) {
 
 void removePart(Program& program, const std::string& line, bool pass) {
   std::size_t star = InStr(line, "*");
-  if (star == 0) core::raiseError(core::kInvalidProcedureCall, "No \"*\" in: " + line);
-  const std::string name = core::Trim(core::Left(line, static_cast<long long>(star) - 1));
+  if (star == 0) text::raiseError(text::kInvalidProcedureCall, "No \"*\" in: " + line);
+  const std::string name = text::Trim(text::Left(line, static_cast<long long>(star) - 1));
   auto first = program.workFile("\\cr2.doc");
   auto second = program.workFile("\\cr21.doc");
   Pacer pacer(program);
   {
-    LineReader in(pass ? first : core::nativePath(program.opening.LabelFileNameForEditor.caption()));
-    if (pass) core::deleteIgnoringErrors(second);
+    LineReader in(pass ? first : text::nativePath(program.opening.LabelFileNameForEditor.caption()));
+    if (pass) text::deleteIgnoringErrors(second);
     LineWriter out(pass ? second : first, LineWriter::Mode::Append);
     PartPass p{in, out, name, pacer, false, false, {}};
     dropDeclaration(p);
@@ -129,8 +129,8 @@ void removePart(Program& program, const std::string& line, bool pass) {
     out.close();
   }
   if (pass) {
-    core::deleteIgnoringErrors(first);
-    core::renameFile(second, first);
+    text::deleteIgnoringErrors(first);
+    text::renameFile(second, first);
   }
 }
 
@@ -150,7 +150,7 @@ void closeBodyPartRemoval(Program& program, int lastIndex) {
       "lines.",
       "Note!");
   // The length of the old path decides the "..." in front.
-  f.LabelFileName.setCaption((working.size() >= 43 ? "..." : "") + core::Right(*chosen, 45));
+  f.LabelFileName.setCaption((working.size() >= 43 ? "..." : "") + text::Right(*chosen, 45));
   f.LabelFileNameForEditor.setCaption(*chosen);
   f.LabelFileSize.setCaption(sizeCaption(*chosen));
 }
@@ -159,8 +159,8 @@ void closeBodyPartRemoval(Program& program, int lastIndex) {
 
 void RemoveBodyParts(Program& program) {
   auto& f = program.opening;
-  core::deleteIgnoringErrors(program.workFile("\\cr2.doc"));
-  core::deleteIgnoringErrors(program.workFile("\\cr21.doc"));
+  text::deleteIgnoringErrors(program.workFile("\\cr2.doc"));
+  text::deleteIgnoringErrors(program.workFile("\\cr21.doc"));
   int lastIndex = -1;
   try {
     for (int i = 0; i < f.ListActors.listCount(); ++i) {

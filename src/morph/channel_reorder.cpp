@@ -2,12 +2,12 @@
 
 #include <memory>
 
-#include "core/figure_text.h"
-#include "core/line_reader.h"
-#include "core/line_writer.h"
-#include "core/run_time_number.h"
-#include "core/runtime_error.h"
-#include "core/scratch_file.h"
+#include "text/figure_text.h"
+#include "text/line_reader.h"
+#include "text/line_writer.h"
+#include "text/run_time_number.h"
+#include "text/runtime_error.h"
+#include "text/scratch_file.h"
 #include "morph/morph_common.h"
 #include "program/events.h"
 #include "program/file_save_step.h"
@@ -16,13 +16,13 @@
 
 namespace tolvane::morph {
 
-using core::contains;
-using core::hasPrefix;
-using core::InStr;
-using core::Left;
-using core::LineReader;
-using core::LineWriter;
-using core::Mid;
+using text::contains;
+using text::hasPrefix;
+using text::InStr;
+using text::Left;
+using text::LineReader;
+using text::LineWriter;
+using text::Mid;
 
 namespace {
 
@@ -55,7 +55,7 @@ std::string next(LineReader& in, Pacer& pacer) {
 class Rewrite {
  public:
   Rewrite(Program& program, const std::string& path, LineWriter& out)
-      : m_path(core::nativePath(path)), m_out(out), m_pacer(program) {
+      : m_path(text::nativePath(path)), m_out(out), m_pacer(program) {
     reopen();
   }
 
@@ -150,7 +150,7 @@ void ListActorsDblClick(Program& program) {
   showReorderLists(f, true);
   std::string line = f.ListActors.text();
   std::size_t star = InStr(line, "*");
-  std::string part = core::Trim(star > 0 ? Left(line, static_cast<long long>(star) - 1) : line);
+  std::string part = text::Trim(star > 0 ? Left(line, static_cast<long long>(star) - 1) : line);
   for (const auto& entry : f.ListChannelsReorder.items())
     if (hasPrefix(entry, part)) f.ListChannelsReorderByPart.addItem(entry);
 }
@@ -178,7 +178,7 @@ void ReorderDoneClick(Program& program) {
       f.ListChannelsReorderReordered.addItem(id + "#" + entry.substr(0, at));
     }
   auto scratch = program.workFile("\\Reorder.cr2");
-  core::deleteIgnoringErrors(scratch);
+  text::deleteIgnoringErrors(scratch);
   {
     LineWriter out(scratch, LineWriter::Mode::Append);
     program.setBusy(true);
@@ -196,8 +196,8 @@ void ListChannelsReorderDblClick(Program& program) {
   std::string entry = f.ListChannelsReorder.text();
   if (entry.empty()) return;
   std::string dial = between(entry, "*", "^");
-  auto skip = static_cast<long long>(core::Val(between(entry, "^", "@")));
-  LineReader in(core::nativePath(f.LabelFileNameForEditor.caption()));
+  auto skip = static_cast<long long>(text::Val(between(entry, "^", "@")));
+  LineReader in(text::nativePath(f.LabelFileNameForEditor.caption()));
   for (long long i = 0; i < skip; ++i) readLine(in);
   long long lineNumber = skip;
   std::string line;

@@ -2,10 +2,10 @@
 
 #include <optional>
 
-#include "core/figure_text.h"
-#include "core/line_reader.h"
-#include "core/list_readers.h"
-#include "core/runtime_error.h"
+#include "text/figure_text.h"
+#include "text/line_reader.h"
+#include "workspace/list_readers.h"
+#include "text/runtime_error.h"
 #include "morph/morph_common.h"
 #include "program/events.h"
 #include "program/program.h"
@@ -13,11 +13,11 @@
 
 namespace tolvane::morph {
 
-using core::contains;
-using core::hasPrefix;
-using core::InStr;
-using core::Left;
-using core::Mid;
+using text::contains;
+using text::hasPrefix;
+using text::InStr;
+using text::Left;
+using text::Mid;
 
 namespace {
 
@@ -25,18 +25,18 @@ constexpr int kObjectNotSet = 91;
 
 // Reads the part's header twice: the declaration, then the definition that holds
 // the channels. A file without both is a run past its end.
-void findDefinition(core::LineReader& in, const std::string& header, Program* program) {
+void findDefinition(text::LineReader& in, const std::string& header, Program* program) {
   std::optional<Pacer> pacer;
   if (program != nullptr) pacer.emplace(*program);
   std::string line;
   for (int found = 0; found < 2;) {
-    if (!in.readRawLine(line)) core::raiseError(core::kInputPastEndOfFile, in.path().string());
+    if (!in.readRawLine(line)) text::raiseError(text::kInputPastEndOfFile, in.path().string());
     if (line == header) ++found;
     if (pacer) pacer->tick();
   }
 }
 
-void addGroup(std::vector<std::string>& lines, core::LineReader& in, const std::string& slave) {
+void addGroup(std::vector<std::string>& lines, text::LineReader& in, const std::string& slave) {
   std::string figure = in.ReadField();
   std::string part = in.ReadField();
   std::string dial = in.ReadField();
@@ -46,7 +46,7 @@ void addGroup(std::vector<std::string>& lines, core::LineReader& in, const std::
 }
 
 // The field loop over the part's channels. Reading past the end throws and ends it.
-void scanFields(core::LineReader& in, std::string current, std::vector<std::string>& lines) {
+void scanFields(text::LineReader& in, std::string current, std::vector<std::string>& lines) {
   std::string name;
   for (;;) {
     if (contains(current, "targetGeom")) {
@@ -69,11 +69,11 @@ void scanFields(core::LineReader& in, std::string current, std::vector<std::stri
 // character of the first source line that holds it without its digit.
 std::string sourceFigureNumber(const std::string& path, const std::string& part) {
   std::string stem = Left(part, static_cast<long long>(part.size()) - 1);
-  core::LineReader in(core::nativePath(path));
+  text::LineReader in(text::nativePath(path));
   std::string line;
   for (;;) {
-    if (!in.readRawLine(line)) core::raiseError(core::kInputPastEndOfFile, path);
-    if (contains(line, stem)) return stem + core::Right(line, 1);
+    if (!in.readRawLine(line)) text::raiseError(text::kInputPastEndOfFile, path);
+    if (contains(line, stem)) return stem + text::Right(line, 1);
   }
 }
 
@@ -82,7 +82,7 @@ std::string sourceFigureNumber(const std::string& path, const std::string& part)
 std::string selectedPartOf(const std::string& actorsLine) {
   std::string rest = Mid(actorsLine, 4);
   std::size_t star = InStr(rest, "*");
-  if (star < 2) core::raiseError(core::kInvalidProcedureCall);
+  if (star < 2) text::raiseError(text::kInvalidProcedureCall);
   return Left(rest, static_cast<long long>(star) - 2);
 }
 
@@ -96,16 +96,16 @@ std::string allChannelsPath(Program& program) {
 std::vector<std::string> ScanPartChannels(const std::string& path, const std::string& selectedPart,
                                           Program* program) {
   if (!selectedPart.empty() && selectedPart.back() == ':')
-    throw core::RuntimeError(kObjectNotSet, "Object variable or With block variable not set",
+    throw text::RuntimeError(kObjectNotSet, "Object variable or With block variable not set",
                              "No file to list the channels of \"" + selectedPart + "\" from");
-  core::LineReader in(core::nativePath(path));
+  text::LineReader in(text::nativePath(path));
   std::string header = "actor" + selectedPart;
   findDefinition(in, header, program);
   std::vector<std::string> lines;
   try {
     scanFields(in, header, lines);
-  } catch (const core::RuntimeError& e) {
-    if (e.number() != core::kInputPastEndOfFile) throw;
+  } catch (const text::RuntimeError& e) {
+    if (e.number() != text::kInputPastEndOfFile) throw;
   }
   return lines;
 }

@@ -1,16 +1,16 @@
 #include "morph/morph_common.h"
 
-#include "core/figure_text.h"
-#include "core/run_time_number.h"
-#include "core/runtime_error.h"
-#include "core/scratch_file.h"
+#include "text/figure_text.h"
+#include "text/run_time_number.h"
+#include "text/runtime_error.h"
+#include "text/scratch_file.h"
 #include "program/program.h"
 
 namespace tolvane::morph {
 
-using core::contains;
-using core::hasPrefix;
-using core::Mid;
+using text::contains;
+using text::hasPrefix;
+using text::Mid;
 
 int groupModeOf(std::string_view line) {
   int mode = 0;
@@ -41,34 +41,34 @@ bool isGroupBlock(const std::string& figure, const std::string& part, const std:
          contains(ratio, group.ratio);
 }
 
-std::string readLine(core::LineReader& in) {
+std::string readLine(text::LineReader& in) {
   std::string line;
-  if (!in.readRawLine(line)) core::raiseError(core::kInputPastEndOfFile, in.path().string());
+  if (!in.readRawLine(line)) text::raiseError(text::kInputPastEndOfFile, in.path().string());
   return line;
 }
 
-std::string copyUntilEqual(core::LineReader& in, core::LineWriter& out, std::string_view key, Pacer& pacer) {
+std::string copyUntilEqual(text::LineReader& in, text::LineWriter& out, std::string_view key, Pacer& pacer) {
   std::string line;
   for (;;) {
-    if (!in.readRawLine(line)) core::raiseError(core::kInputPastEndOfFile, in.path().string());
+    if (!in.readRawLine(line)) text::raiseError(text::kInputPastEndOfFile, in.path().string());
     if (line == key) return line;
     out.WriteLine(line);
     pacer.tick();
   }
 }
 
-std::string copyUntilContains(core::LineReader& in, core::LineWriter& out, std::string_view word,
+std::string copyUntilContains(text::LineReader& in, text::LineWriter& out, std::string_view word,
                               Pacer& pacer) {
   std::string line;
   for (;;) {
-    if (!in.readRawLine(line)) core::raiseError(core::kInputPastEndOfFile, in.path().string());
+    if (!in.readRawLine(line)) text::raiseError(text::kInputPastEndOfFile, in.path().string());
     if (contains(line, word)) return line;
     out.WriteLine(line);
     pacer.tick();
   }
 }
 
-void copyRest(core::LineReader& in, core::LineWriter& out, Pacer& pacer) {
+void copyRest(text::LineReader& in, text::LineWriter& out, Pacer& pacer) {
   std::string line;
   while (in.readRawLine(line)) {
     out.WriteLine(line);
@@ -86,7 +86,7 @@ void Pacer::check() {
 }
 
 std::string sizeCaption(const std::string& path) {
-  return core::StrInteger(static_cast<long long>(core::fileLength(core::nativePath(path)))) + " bytes";
+  return text::StrInteger(static_cast<long long>(text::fileLength(text::nativePath(path)))) + " bytes";
 }
 
 }  // namespace tolvane::morph

@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "core/line_reader.h"
-#include "core/line_writer.h"
+#include "text/line_reader.h"
+#include "text/line_writer.h"
 #include "ui/controls.h"
 
 namespace tolvane {
@@ -48,18 +48,18 @@ bool isGroupBlock(const std::string& figure, const std::string& part, const std:
                   const std::string& ratio, const ChannelGroup& group);
 
 // A raw line; reading past the end is run-time error 62 naming the file.
-std::string readLine(core::LineReader& in);
+std::string readLine(text::LineReader& in);
 
 // Yields to the event loop about every 100 ms of work, whatever the number of lines.
 class Pacer;
 
 // Copies lines until one equals `key`; the key line is returned, not written.
-std::string copyUntilEqual(core::LineReader& in, core::LineWriter& out, std::string_view key, Pacer& pacer);
+std::string copyUntilEqual(text::LineReader& in, text::LineWriter& out, std::string_view key, Pacer& pacer);
 // Copies lines until one contains `word`; that line is returned, not written.
-std::string copyUntilContains(core::LineReader& in, core::LineWriter& out, std::string_view word,
+std::string copyUntilContains(text::LineReader& in, text::LineWriter& out, std::string_view word,
                               Pacer& pacer);
 // Copies the rest of the file.
-void copyRest(core::LineReader& in, core::LineWriter& out, Pacer& pacer);
+void copyRest(text::LineReader& in, text::LineWriter& out, Pacer& pacer);
 
 class Pacer {
  public:

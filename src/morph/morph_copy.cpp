@@ -3,12 +3,12 @@
 #include <array>
 #include <optional>
 
-#include "core/figure_text.h"
-#include "core/line_reader.h"
-#include "core/line_writer.h"
-#include "core/run_time_number.h"
-#include "core/runtime_error.h"
-#include "core/scratch_file.h"
+#include "text/figure_text.h"
+#include "text/line_reader.h"
+#include "text/line_writer.h"
+#include "text/run_time_number.h"
+#include "text/runtime_error.h"
+#include "text/scratch_file.h"
 #include "morph/morph_common.h"
 #include "program/file_save_step.h"
 #include "program/program.h"
@@ -16,12 +16,12 @@
 
 namespace tolvane::morph {
 
-using core::contains;
-using core::hasPrefix;
-using core::InStr;
-using core::LineReader;
-using core::LineWriter;
-using core::Mid;
+using text::contains;
+using text::hasPrefix;
+using text::InStr;
+using text::LineReader;
+using text::LineWriter;
+using text::Mid;
 
 namespace {
 
@@ -43,7 +43,7 @@ bool endsBlock(const std::string& line) {
 // Finds the group's valueOpDeltaAdd block behind the slave channel of the source.
 void findControlBlock(Program& program, const std::string& source, CopyRun& run) {
   std::string slave = Mid(run.group.slave, 2);
-  LineReader in(core::nativePath(source));
+  LineReader in(text::nativePath(source));
   Pacer pacer(program);
   std::string line;
   do {
@@ -67,7 +67,7 @@ void findControlBlock(Program& program, const std::string& source, CopyRun& run)
 // The main OBJ of a figureResFile line against TextMainOBJ; false when the user cancels.
 bool sameGeometry(Program& program, const std::string& line, CopyRun& run) {
   std::size_t at = InStr(line, "Geometries:");
-  if (at == 0) core::raiseError(core::kInvalidProcedureCall, "No \"Geometries:\" in: " + line);
+  if (at == 0) text::raiseError(text::kInvalidProcedureCall, "No \"Geometries:\" in: " + line);
   if (Mid(line, static_cast<long long>(at) + 11) == program.opening.TextMainOBJ.text() ||
       run.geometryAccepted)
     return true;
@@ -88,7 +88,7 @@ bool sameGeometry(Program& program, const std::string& line, CopyRun& run) {
 
 // Reads the source to the key and writes the block to "\SaveMorph.txt".
 Step captureBlock(Program& program, const std::string& source, const std::string& key, CopyRun& run) {
-  LineReader in(core::nativePath(source));
+  LineReader in(text::nativePath(source));
   LineWriter out(program.workFile("\\SaveMorph.txt"), LineWriter::Mode::Append);
   Pacer pacer(program);
   std::string line;
@@ -134,7 +134,7 @@ class Inserter {
             "Unexpected figure number in the source.  This will be fixed, but it is possible the morph will "
             "not work.",
             "Error!", ui::Buttons::OK, ui::Icon::Critical);
-        line = core::Left(line, static_cast<long long>(colon)) + figureNumber;
+        line = text::Left(line, static_cast<long long>(colon)) + figureNumber;
       }
       m_out.WriteLine(line);
     }
@@ -156,8 +156,8 @@ struct TargetActor {
 TargetActor targetActor(const std::string& head) {
   std::string part = Mid(head, 14);
   std::size_t colon = InStr(part, ":");
-  if (colon == 0) core::raiseError(core::kInvalidProcedureCall, "No figure number in: " + part);
-  return {"actor " + core::Trim(core::Left(part, static_cast<long long>(colon) - 1)),
+  if (colon == 0) text::raiseError(text::kInvalidProcedureCall, "No figure number in: " + part);
+  return {"actor " + text::Trim(text::Left(part, static_cast<long long>(colon) - 1)),
           Mid(part, static_cast<long long>(colon) + 1)};
 }
 
@@ -183,10 +183,10 @@ void insertBlock(Program& program, CopyRun& run) {
   auto& f = program.opening;
   const TargetActor target = targetActor(f.ListChannels.list(0));
   auto insertPath = program.workFile("\\InsertMorph.txt");
-  core::deleteIgnoringErrors(insertPath);
+  text::deleteIgnoringErrors(insertPath);
   LineWriter out(insertPath, LineWriter::Mode::Append);
   LineReader saved(program.workFile("\\SaveMorph.txt"));
-  LineReader dest(core::nativePath(f.LabelFileNameForEditor.caption()));
+  LineReader dest(text::nativePath(f.LabelFileNameForEditor.caption()));
   Inserter ins(program, dest, out);
   Pacer pacer(program);
   std::string line;
@@ -205,7 +205,7 @@ void insertBlock(Program& program, CopyRun& run) {
   }
   out.close();
   saved.close();
-  core::deleteIgnoringErrors(program.workFile("\\SaveMorph.txt"));
+  text::deleteIgnoringErrors(program.workFile("\\SaveMorph.txt"));
 }
 
 Step copyLine(Program& program, int index, CopyRun& run) {
@@ -277,8 +277,8 @@ void CopyToDestClick(Program& program) {
   }
   f.OptionChannelRename.setVisible(false);
   f.OptionBodyPartRename.setVisible(false);
-  core::deleteIgnoringErrors(program.workFile("\\SaveMorph.txt"));
-  core::deleteIgnoringErrors(program.workFile("\\SaveMorph1.txt"));
+  text::deleteIgnoringErrors(program.workFile("\\SaveMorph.txt"));
+  text::deleteIgnoringErrors(program.workFile("\\SaveMorph1.txt"));
   CopyRun run;
   try {
     for (int i = 0; i < f.ListChannels.listCount(); ++i) {

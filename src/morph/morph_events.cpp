@@ -1,4 +1,6 @@
 // Registers the handlers of the channel viewer and the morph tools.
+#include "morph/morph_events.h"
+
 #include "morph/channel_reorder.h"
 #include "morph/channel_viewer.h"
 #include "morph/morph_copy.h"

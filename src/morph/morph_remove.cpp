@@ -1,10 +1,10 @@
 #include "morph/morph_remove.h"
 
-#include "core/figure_text.h"
-#include "core/line_reader.h"
-#include "core/line_writer.h"
-#include "core/runtime_error.h"
-#include "core/scratch_file.h"
+#include "text/figure_text.h"
+#include "text/line_reader.h"
+#include "text/line_writer.h"
+#include "text/runtime_error.h"
+#include "text/scratch_file.h"
 #include "morph/morph_common.h"
 #include "program/events.h"
 #include "program/file_save_step.h"
@@ -13,11 +13,11 @@
 
 namespace tolvane::morph {
 
-using core::contains;
-using core::hasPrefix;
-using core::LineReader;
-using core::LineWriter;
-using core::Mid;
+using text::contains;
+using text::hasPrefix;
+using text::LineReader;
+using text::LineWriter;
+using text::Mid;
 
 namespace {
 
@@ -136,8 +136,8 @@ Pass removeLine(Program& program, int index, MorphRemoval& run) {
   auto second = program.workFile("\\XMorph1.txt");
   Pacer pacer(program);
   {
-    LineReader in(run.pass ? first : core::nativePath(f.LabelFileNameForEditor.caption()));
-    if (run.pass) core::deleteIgnoringErrors(second);
+    LineReader in(run.pass ? first : text::nativePath(f.LabelFileNameForEditor.caption()));
+    if (run.pass) text::deleteIgnoringErrors(second);
     LineWriter out(run.pass ? second : first, LineWriter::Mode::Append);
     Pass result = Pass::Done;
     if (group.mode == -1)
@@ -151,8 +151,8 @@ Pass removeLine(Program& program, int index, MorphRemoval& run) {
     out.close();
   }
   if (run.pass) {
-    core::deleteIgnoringErrors(first);
-    core::renameFile(second, first);
+    text::deleteIgnoringErrors(first);
+    text::renameFile(second, first);
   }
   run.pass = true;
   return Pass::Done;
@@ -163,7 +163,7 @@ Pass removeLine(Program& program, int index, MorphRemoval& run) {
 void removeSelectedLines(ui::ListBox& list) {
   const int count = list.listCount();
   for (int i = 0; i < count; ++i) {
-    core::ignoreErrors([&] {
+    text::ignoreErrors([&] {
       if (list.selected(i)) list.removeItem(i);
     });
   }
@@ -191,7 +191,7 @@ void closeMorphRemoval(Program& program, const MorphRemoval& run) {
 }  // namespace
 
 void RemoveMorphs(Program& program) {
-  core::deleteIgnoringErrors(program.workFile("\\XMorph.txt"));
+  text::deleteIgnoringErrors(program.workFile("\\XMorph.txt"));
   MorphRemoval run;
   auto& list = program.opening.ListChannels;
   try {

@@ -1,11 +1,11 @@
 #include "morph/morph_rename.h"
 
-#include "core/figure_text.h"
-#include "core/line_reader.h"
-#include "core/list_readers.h"
-#include "core/run_time_number.h"
-#include "core/runtime_error.h"
-#include "core/scratch_file.h"
+#include "text/figure_text.h"
+#include "text/line_reader.h"
+#include "workspace/list_readers.h"
+#include "text/run_time_number.h"
+#include "text/runtime_error.h"
+#include "text/scratch_file.h"
 #include "morph/morph_common.h"
 #include "program/events.h"
 #include "program/file_save_step.h"
@@ -14,12 +14,12 @@
 
 namespace tolvane::morph {
 
-using core::contains;
-using core::hasPrefix;
-using core::InStr;
-using core::Left;
-using core::Mid;
-using core::Trim;
+using text::contains;
+using text::hasPrefix;
+using text::InStr;
+using text::Left;
+using text::Mid;
+using text::Trim;
 
 namespace {
 
@@ -58,7 +58,7 @@ bool mayRename(Program& program) {
 }
 
 // Copies the file with the morph's header and name line rewritten at its first match.
-void renameMorph(Program& program, core::LineReader& in, core::LineWriter& out, const std::string& oldName,
+void renameMorph(Program& program, text::LineReader& in, text::LineWriter& out, const std::string& oldName,
                  const std::string& newName) {
   Pacer pacer(program);
   copyUntilEqual(in, out, "\t\ttargetGeom " + oldName, pacer);
@@ -70,7 +70,7 @@ void renameMorph(Program& program, core::LineReader& in, core::LineWriter& out, 
 }
 
 // Every line that holds the old actor name is cut there and ends in the new one.
-void renameBodyPart(Program& program, core::LineReader& in, core::LineWriter& out,
+void renameBodyPart(Program& program, text::LineReader& in, text::LineWriter& out,
                     const std::string& oldActor, const std::string& newActor) {
   Pacer pacer(program);
   std::string line;
@@ -95,8 +95,8 @@ struct Rename {
 
 void rewrite(Program& program, Rename& r) {
   auto& f = program.opening;
-  core::StreamRewrite scratch(program.workFile("\\RenMorph.txt"), true);
-  core::LineReader in(core::nativePath(f.LabelFileNameForEditor.caption()));
+  text::StreamRewrite scratch(program.workFile("\\RenMorph.txt"), true);
+  text::LineReader in(text::nativePath(f.LabelFileNameForEditor.caption()));
   if (!r.bodyPart) {
     r.oldName = Mid(r.oldText, 2);
     renameMorph(program, in, scratch.out(), r.oldName, r.newName);
@@ -104,11 +104,11 @@ void rewrite(Program& program, Rename& r) {
     std::string needle = Mid(r.oldText, 2);
     for (int i = 1; i < f.ListActors.listCount() && r.actorsIndex < 0; ++i)
       if (contains(f.ListActors.list(i), needle)) r.actorsIndex = i;
-    if (r.actorsIndex < 0) core::raiseError(core::kSubscriptOutOfRange, "No body part line holds: " + needle);
+    if (r.actorsIndex < 0) text::raiseError(text::kSubscriptOutOfRange, "No body part line holds: " + needle);
     const std::string& found = f.ListActors.list(r.actorsIndex);
     r.newActorsLine = "    " + r.newName + Mid(found, static_cast<long long>(InStr(found, ":")));
     std::size_t star = InStr(r.oldText, "*");
-    if (star == 0) core::raiseError(core::kInvalidProcedureCall, r.oldText);
+    if (star == 0) text::raiseError(text::kInvalidProcedureCall, r.oldText);
     std::string oldActor = Trim(Left(r.oldText, static_cast<long long>(star) - 1));
     std::string newActor = Trim(r.newName + Mid(oldActor, static_cast<long long>(InStr(oldActor, ":"))));
     renameBodyPart(program, in, scratch.out(), oldActor, newActor);

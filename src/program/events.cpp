@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <new>
 
-#include "core/runtime_error.h"
+#include "text/runtime_error.h"
 #include "program/program.h"
 #include "ui/services.h"
 
@@ -18,18 +18,6 @@ const Handler* EventTable::find(const std::string& form, const std::string& cont
   return it == m_handlers.end() ? nullptr : &it->second;
 }
 
-const EventTable& eventTable() {
-  static const EventTable table = [] {
-    EventTable t;
-    registerStartupEvents(t);
-    registerWorkspaceEvents(t);
-    registerMorphEvents(t);
-    registerEditorEvents(t);
-    return t;
-  }();
-  return table;
-}
-
 namespace {
 void reportRunTimeError(Program& program, int number, const std::string& text) {
   program.setBusy(false);
@@ -41,12 +29,12 @@ void reportRunTimeError(Program& program, int number, const std::string& text) {
 void runGuarded(Program& program, const std::function<void()>& command) {
   try {
     command();
-  } catch (const core::RuntimeError& e) {
+  } catch (const text::RuntimeError& e) {
     std::string text = e.text();
     if (!e.path().empty()) text += "\r\n" + e.path();
     reportRunTimeError(program, e.number(), text);
   } catch (const std::filesystem::filesystem_error& e) {
-    reportRunTimeError(program, core::kPathFileAccessError, e.what());
+    reportRunTimeError(program, text::kPathFileAccessError, e.what());
   } catch (const std::bad_alloc&) {
     reportRunTimeError(program, 7, "Out of memory");
   }
@@ -54,7 +42,7 @@ void runGuarded(Program& program, const std::function<void()>& command) {
 
 bool fireEvent(Program& program, const std::string& form, const std::string& control, EventKind kind,
                const EventArgs& args) {
-  const Handler* handler = eventTable().find(form, control, kind);
+  const Handler* handler = program.events().find(form, control, kind);
   if (handler == nullptr) return false;
   runGuarded(program, [&] { (*handler)(program, args); });
   return true;

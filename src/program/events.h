@@ -43,9 +43,6 @@ class EventTable {
   std::map<std::tuple<std::string, std::string, EventKind>, Handler> m_handlers;
 };
 
-// The one table of the program, built on first use from every module's registrations.
-const EventTable& eventTable();
-
 // Runs the handler for the event, if there is one; returns whether there was. A
 // run-time error that escapes the handler is shown as "Run-time error 'N':" with its
 // text; the busy pointer is reset and the program goes on.
@@ -57,11 +54,5 @@ void runGuarded(Program& program, const std::function<void()>& command);
 
 std::optional<EventKind> eventKindFromName(const std::string& name);
 const char* eventKindName(EventKind kind);
-
-// Each module registers its handlers here.
-void registerStartupEvents(EventTable& table);
-void registerWorkspaceEvents(EventTable& table);
-void registerMorphEvents(EventTable& table);
-void registerEditorEvents(EventTable& table);
 
 }  // namespace tolvane

@@ -1,9 +1,9 @@
 #include "program/file_save_step.h"
 
-#include "core/figure_text.h"
-#include "core/runtime_error.h"
-#include "core/scratch_file.h"
-#include "core/scratch_move.h"
+#include "text/figure_text.h"
+#include "text/runtime_error.h"
+#include "text/scratch_file.h"
+#include "text/scratch_move.h"
 #include "program/program.h"
 #include "ui/services.h"
 
@@ -14,11 +14,11 @@ std::optional<std::string> FileSaveStep(Program& program, const std::filesystem:
   auto chosen = ui::saveDialog(program.services, program.currentDir, proposedName);
   if (!chosen || chosen->empty()) return std::nullopt;
   program.setCurrentDirFromFile(*chosen);
-  std::filesystem::path target = core::nativePath(*chosen);
-  if (!core::fileExists(scratch)) core::raiseError(core::kFileNotFound, scratch.string());
+  std::filesystem::path target = text::nativePath(*chosen);
+  if (!text::fileExists(scratch)) text::raiseError(text::kFileNotFound, scratch.string());
   // The current file, or any other of the chosen name, goes only once the new text
   // stands complete beside it, even when the Work folder lies on another disk.
-  core::moveScratchInto(scratch, target, true);
+  text::moveScratchInto(scratch, target, true);
   return chosen;
 }
 

@@ -1,7 +1,6 @@
 #include "program/program.h"
 
-#include "core/figure_text.h"
-#include "editor/editor_handover.h"
+#include "text/figure_text.h"
 
 namespace tolvane {
 
@@ -15,7 +14,11 @@ Program::Program(ui::Services& services_, ui::Settings& settings_, ProgramOption
   addForm(&opening);
   addForm(&formNotes);
   addForm(&formEditor);
-  onShowEditor = [this] { editor::ShowEditorWithDestination(*this); };
+}
+
+const EventTable& Program::events() const {
+  static const EventTable none;
+  return m_events != nullptr ? *m_events : none;
 }
 
 ui::Form* Program::form(const std::string& name) const {
@@ -24,10 +27,10 @@ ui::Form* Program::form(const std::string& name) const {
   return nullptr;
 }
 
-std::filesystem::path Program::workFile(std::string_view name) const { return core::workFile(workDir, name); }
+std::filesystem::path Program::workFile(std::string_view name) const { return text::workFile(workDir, name); }
 
 void Program::setCurrentDirFromFile(const std::string& chosen) {
-  std::filesystem::path folder = core::nativePath(chosen).parent_path();
+  std::filesystem::path folder = text::nativePath(chosen).parent_path();
   if (!folder.empty()) currentDir = folder;
 }
 

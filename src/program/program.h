@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "program/events.h"
 #include "ui/form_editor.h"
 #include "ui/opening.h"
 #include "ui/services.h"
@@ -39,8 +40,13 @@ class Program {
   std::string appPath;
   std::string commandLine;
   bool quitRequested = false;
-  // Shows the Manual Editor on the file in LabelFileNameForEditor; set by the editor.
+  // Shows the Manual Editor on the file in LabelFileNameForEditor; wired by the layer
+  // above the tools, since the workspace may not name the editor.
   std::function<void()> onShowEditor;
+
+  // The event table every event is dispatched through; empty until the program is wired.
+  const EventTable& events() const;
+  void setEvents(const EventTable* table) { m_events = table; }
 
   ui::Opening opening;
   ui::FormNotes formNotes;
@@ -62,6 +68,7 @@ class Program {
 
  private:
   std::vector<ui::Form*> m_forms;
+  const EventTable* m_events = nullptr;
 };
 
 }  // namespace tolvane

@@ -5,10 +5,11 @@
 #include <random>
 #include <sstream>
 
-#include "core/figure_text.h"
+#include "app/app.h"
 #include "program/events.h"
 #include "program/program.h"
 #include "script/script_line.h"
+#include "text/figure_text.h"
 #include "ui/scripted_services.h"
 
 namespace tolvane::script {
@@ -67,6 +68,7 @@ class Runner {
     m_vars["WORK"] = options.workDir.string();
     m_vars["CWD"] = options.currentDir.string();
     m_program = std::make_unique<Program>(m_services, *m_settings, po);
+    app::wire(*m_program);
   }
 
   const std::map<std::string, std::string>& vars() const { return m_vars; }
@@ -240,7 +242,7 @@ void Runner::act(const ScriptLine& line) {
     EventArgs args;
     args.keyCode = std::stoi(w[1]);
     std::string name = t.control ? t.control->name() : t.form->name();
-    if (eventTable().has(t.form->name(), name, EventKind::Key)) fire(t, EventKind::Key, args);
+    if (m_program->events().has(t.form->name(), name, EventKind::Key)) fire(t, EventKind::Key, args);
     else if (args.keyCode == 13) fire(t, EventKind::Enter, args);
     else throw ScriptWrong("no key event on " + w[0]);
   } else if (s == "menu") {
@@ -253,7 +255,7 @@ void Runner::act(const ScriptLine& line) {
     auto* box = dynamic_cast<ui::CheckBox*>(t.control);
     if (box == nullptr) throw ScriptWrong(w[0] + " is not a check box or option");
     box->setValue(w[1] == "on");
-    if (eventTable().has(t.form->name(), w[0].substr(w[0].find('.') + 1), EventKind::Click))
+    if (m_program->events().has(t.form->name(), w[0].substr(w[0].find('.') + 1), EventKind::Click))
       fire(t, EventKind::Click);
   } else {
     throw ScriptWrong("unknown step " + s);
@@ -302,7 +304,7 @@ void Runner::verify(const ScriptLine& line) {
     ui::Control* c = target(w[0]).control;
     if (c == nullptr) throw ScriptWrong("check-color needs a control");
     ui::Colour colour = c->kind() == ui::ControlKind::Picture ? c->backColor() : c->foreColor();
-    check(core::UCase(w[1]) == hex6(colour), line, "colour is " + hex6(colour));
+    check(text::UCase(w[1]) == hex6(colour), line, "colour is " + hex6(colour));
   } else if (s == "check-visible" || s == "check-enabled") {
     if (w.size() != 2) throw ScriptWrong(s + " needs CONTROL yes|no");
     Target t = target(w[0]);

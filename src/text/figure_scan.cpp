@@ -1,4 +1,4 @@
-#include "core/figure_scan.h"
+#include "text/figure_scan.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -12,9 +12,9 @@
 #include <emmintrin.h>
 #endif
 
-#include "core/runtime_error.h"
+#include "text/runtime_error.h"
 
-namespace tolvane::core {
+namespace tolvane::text {
 
 namespace {
 constexpr std::uint64_t kNone = ~0ull;
@@ -369,4 +369,4 @@ std::uint64_t FigureScanner::skipLines(Needles& needles, bool fields, bool count
   }
 }
 
-}  // namespace tolvane::core
+}  // namespace tolvane::text

@@ -13,7 +13,7 @@
 #include <string_view>
 #include <vector>
 
-namespace tolvane::core {
+namespace tolvane::text {
 
 // The keywords a loop reacts to, with the next place each was found, so that a long
 // run of loops keeps every search linear.
@@ -88,4 +88,4 @@ class FigureScanner {
   std::int64_t m_lastYield = 0;
 };
 
-}  // namespace tolvane::core
+}  // namespace tolvane::text

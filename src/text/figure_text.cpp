@@ -1,12 +1,12 @@
-#include "core/figure_text.h"
+#include "text/figure_text.h"
 
 #include <algorithm>
 #include <cctype>
 #include <system_error>
 
-#include "core/runtime_error.h"
+#include "text/runtime_error.h"
 
-namespace tolvane::core {
+namespace tolvane::text {
 
 std::string Mid(std::string_view text, long long start) {
   if (start < 1) raiseError(kInvalidProcedureCall);
@@ -123,4 +123,4 @@ std::filesystem::path nativePath(std::string_view text) {
   return std::filesystem::path(s);
 }
 
-}  // namespace tolvane::core
+}  // namespace tolvane::text

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace tolvane::core {
+namespace tolvane::text {
 
 // Match forms. All are case-sensitive and byte-exact.
 inline bool isExact(std::string_view line, std::string_view literal) { return line == literal; }
@@ -65,4 +65,4 @@ std::filesystem::path workFile(const std::filesystem::path& workDir, std::string
 // with backslashes, as this file system names it.
 std::filesystem::path nativePath(std::string_view text);
 
-}  // namespace tolvane::core
+}  // namespace tolvane::text

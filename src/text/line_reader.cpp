@@ -1,4 +1,4 @@
-#include "core/line_reader.h"
+#include "text/line_reader.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -8,9 +8,9 @@
 #include <cerrno>
 #include <cstring>
 
-#include "core/runtime_error.h"
+#include "text/runtime_error.h"
 
-namespace tolvane::core {
+namespace tolvane::text {
 
 namespace {
 constexpr std::size_t kBufferSize = 1 << 20;
@@ -165,4 +165,4 @@ std::string LineReader::ReadField() {
   return field;
 }
 
-}  // namespace tolvane::core
+}  // namespace tolvane::text

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace tolvane::core {
+namespace tolvane::text {
 
 class LineReader {
  public:
@@ -52,4 +52,4 @@ class LineReader {
   std::uint64_t m_length = 0;
 };
 
-}  // namespace tolvane::core
+}  // namespace tolvane::text

@@ -1,4 +1,4 @@
-#include "core/line_writer.h"
+#include "text/line_writer.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -6,9 +6,9 @@
 #include <cerrno>
 #include <cstring>
 
-#include "core/runtime_error.h"
+#include "text/runtime_error.h"
 
-namespace tolvane::core {
+namespace tolvane::text {
 
 namespace {
 constexpr std::size_t kBufferSize = 1 << 20;
@@ -77,4 +77,4 @@ void LineWriter::close() {
   if (rc != 0) raiseError(errorNumberFromErrno(errno, true), m_path.string());
 }
 
-}  // namespace tolvane::core
+}  // namespace tolvane::text

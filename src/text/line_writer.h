@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-namespace tolvane::core {
+namespace tolvane::text {
 
 class LineWriter {
  public:
@@ -39,4 +39,4 @@ class LineWriter {
   std::size_t m_used = 0;
 };
 
-}  // namespace tolvane::core
+}  // namespace tolvane::text

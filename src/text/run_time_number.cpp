@@ -1,11 +1,11 @@
-#include "core/run_time_number.h"
+#include "text/run_time_number.h"
 
 #include <cctype>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
-namespace tolvane::core {
+namespace tolvane::text {
 
 namespace {
 
@@ -97,4 +97,4 @@ std::string RTrim(std::string_view text) {
 
 std::string Trim(std::string_view text) { return LTrim(RTrim(text)); }
 
-}  // namespace tolvane::core
+}  // namespace tolvane::text

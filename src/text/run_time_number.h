@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace tolvane::core {
+namespace tolvane::text {
 
 std::string StrSingle(double value);  // narrowed to single precision first
 std::string StrDouble(double value);
@@ -25,4 +25,4 @@ std::string LTrim(std::string_view text);
 std::string RTrim(std::string_view text);
 std::string Trim(std::string_view text);
 
-}  // namespace tolvane::core
+}  // namespace tolvane::text

@@ -1,9 +1,9 @@
-#include "core/runtime_error.h"
+#include "text/runtime_error.h"
 
 #include <cerrno>
 #include <filesystem>
 
-namespace tolvane::core {
+namespace tolvane::text {
 
 std::string errorText(int number) {
   switch (number) {
@@ -61,4 +61,4 @@ int errorNumberFromErrno(int err, bool forWrite) {
   }
 }
 
-}  // namespace tolvane::core
+}  // namespace tolvane::text

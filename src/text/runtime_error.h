@@ -7,7 +7,7 @@
 #include <functional>
 #include <string>
 
-namespace tolvane::core {
+namespace tolvane::text {
 
 // The error numbers the tools raise and trap.
 enum ErrorNumber : int {
@@ -57,4 +57,4 @@ void ignoreErrors(const std::function<void()>& action);
 // Maps an errno value from a failed file operation to the platform's error number.
 int errorNumberFromErrno(int err, bool forWrite);
 
-}  // namespace tolvane::core
+}  // namespace tolvane::text

@@ -1,4 +1,4 @@
-#include "core/scratch_file.h"
+#include "text/scratch_file.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -6,10 +6,10 @@
 #include <cerrno>
 #include <cstdio>
 
-#include "core/runtime_error.h"
-#include "core/scratch_move.h"
+#include "text/runtime_error.h"
+#include "text/scratch_move.h"
 
-namespace tolvane::core {
+namespace tolvane::text {
 
 void killFile(const std::filesystem::path& path) {
   struct stat st {};
@@ -89,4 +89,4 @@ void StreamRewrite::discard() {
   deleteIgnoringErrors(m_scratch);
 }
 
-}  // namespace tolvane::core
+}  // namespace tolvane::text

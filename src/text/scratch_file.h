@@ -7,9 +7,9 @@
 #include <memory>
 #include <string>
 
-#include "core/line_writer.h"
+#include "text/line_writer.h"
 
-namespace tolvane::core {
+namespace tolvane::text {
 
 // Deletes a file; a missing file is run-time error 53.
 void killFile(const std::filesystem::path& path);
@@ -46,4 +46,4 @@ class StreamRewrite {
   std::unique_ptr<LineWriter> m_writer;
 };
 
-}  // namespace tolvane::core
+}  // namespace tolvane::text

@@ -1,11 +1,11 @@
-#include "core/scratch_move.h"
+#include "text/scratch_move.h"
 
 #include <sys/stat.h>
 
-#include "core/runtime_error.h"
-#include "core/scratch_file.h"
+#include "text/runtime_error.h"
+#include "text/scratch_file.h"
 
-namespace tolvane::core {
+namespace tolvane::text {
 
 bool sameFileSystem(const std::filesystem::path& a, const std::filesystem::path& b) {
   struct stat sa {
@@ -39,4 +39,4 @@ void moveScratchInto(const std::filesystem::path& scratch, const std::filesystem
   if (staged != scratch) deleteIgnoringErrors(scratch);
 }
 
-}  // namespace tolvane::core
+}  // namespace tolvane::text

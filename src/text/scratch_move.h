@@ -6,7 +6,7 @@
 
 #include <filesystem>
 
-namespace tolvane::core {
+namespace tolvane::text {
 
 // Moves `scratch` to `target`. With `replace` an existing target is deleted first;
 // without it an existing target is run-time error 58, as a plain rename gives.
@@ -14,4 +14,4 @@ void moveScratchInto(const std::filesystem::path& scratch, const std::filesystem
 
 bool sameFileSystem(const std::filesystem::path& a, const std::filesystem::path& b);
 
-}  // namespace tolvane::core
+}  // namespace tolvane::text

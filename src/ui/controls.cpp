@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/runtime_error.h"
+#include "text/runtime_error.h"
 #include "ui/form.h"
 
 namespace tolvane::ui {
@@ -22,7 +22,7 @@ void Control::setFocus() {
 }
 
 const std::string& ListBox::list(int index) const {
-  if (index < 0 || index >= listCount()) core::raiseError(core::kSubscriptOutOfRange);
+  if (index < 0 || index >= listCount()) text::raiseError(text::kSubscriptOutOfRange);
   return m_items[static_cast<std::size_t>(index)];
 }
 
@@ -33,7 +33,7 @@ void ListBox::addItem(const std::string& item) {
 }
 
 void ListBox::removeItem(int index) {
-  if (index < 0 || index >= listCount()) core::raiseError(core::kInvalidProcedureCall);
+  if (index < 0 || index >= listCount()) text::raiseError(text::kInvalidProcedureCall);
   m_items.erase(m_items.begin() + index);
   m_selected.erase(m_selected.begin() + index);
   if (m_listIndex >= listCount()) m_listIndex = listCount() - 1;
@@ -58,7 +58,7 @@ void ListBox::setItems(std::vector<std::string> items) {
 }
 
 void ListBox::setItem(int index, const std::string& text) {
-  if (index < 0 || index >= listCount()) core::raiseError(core::kSubscriptOutOfRange);
+  if (index < 0 || index >= listCount()) text::raiseError(text::kSubscriptOutOfRange);
   m_items[static_cast<std::size_t>(index)] = text;
   changed();
 }
@@ -69,12 +69,12 @@ int ListBox::indexOf(const std::string& text) const {
 }
 
 bool ListBox::selected(int index) const {
-  if (index < 0 || index >= listCount()) core::raiseError(core::kSubscriptOutOfRange);
+  if (index < 0 || index >= listCount()) text::raiseError(text::kSubscriptOutOfRange);
   return m_selected[static_cast<std::size_t>(index)] != 0;
 }
 
 void ListBox::setSelected(int index, bool on) {
-  if (index < 0 || index >= listCount()) core::raiseError(core::kSubscriptOutOfRange);
+  if (index < 0 || index >= listCount()) text::raiseError(text::kSubscriptOutOfRange);
   if (!m_multiSelect && on) std::fill(m_selected.begin(), m_selected.end(), 0);
   m_selected[static_cast<std::size_t>(index)] = on ? 1 : 0;
   if (on) m_listIndex = index;
@@ -93,7 +93,7 @@ int ListBox::selCount() const {
 }
 
 void ListBox::setListIndex(int index) {
-  if (index < -1 || index >= listCount()) core::raiseError(core::kInvalidProcedureCall);
+  if (index < -1 || index >= listCount()) text::raiseError(text::kInvalidProcedureCall);
   if (!m_multiSelect) {
     std::fill(m_selected.begin(), m_selected.end(), 0);
     if (index >= 0) m_selected[static_cast<std::size_t>(index)] = 1;

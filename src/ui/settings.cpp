@@ -2,13 +2,13 @@
 
 #include <fstream>
 
-#include "core/run_time_number.h"
-#include "core/runtime_error.h"
+#include "text/run_time_number.h"
+#include "text/runtime_error.h"
 
 namespace tolvane::ui {
 
 bool isUnset(const std::string& value) {
-  std::string t = core::Trim(value);
+  std::string t = text::Trim(value);
   if (t.empty()) return true;
   // Compared as a number: only text that reads wholly as zero counts.
   char* end = nullptr;
@@ -30,7 +30,7 @@ std::string MemorySettings::get(const std::string& app, const std::string& secti
 
 void MemorySettings::save(const std::string& app, const std::string& section, const std::string& key,
                           const std::string& value) {
-  if (m_readOnly) core::raiseError(core::kPermissionDenied, "settings");
+  if (m_readOnly) text::raiseError(text::kPermissionDenied, "settings");
   m_values[keyOf(app, section, key)] = value;
 }
 
@@ -62,11 +62,11 @@ void IniSettings::write() const {
       out << '\n';
     }
     out.flush();
-    if (!out) core::raiseError(core::kPermissionDenied, m_file.string());
+    if (!out) text::raiseError(text::kPermissionDenied, m_file.string());
   }
   std::error_code ec;
   std::filesystem::rename(tmp, m_file, ec);
-  if (ec) core::raiseError(core::kPermissionDenied, m_file.string());
+  if (ec) text::raiseError(text::kPermissionDenied, m_file.string());
 }
 
 std::string IniSettings::get(const std::string& app, const std::string& section, const std::string& key,

@@ -13,7 +13,7 @@ class Settings {
   virtual ~Settings() = default;
   virtual std::string get(const std::string& app, const std::string& section, const std::string& key,
                           const std::string& fallback) = 0;
-  // Throws core::RuntimeError when the store cannot be written.
+  // Throws text::RuntimeError when the store cannot be written.
   virtual void save(const std::string& app, const std::string& section, const std::string& key,
                     const std::string& value) = 0;
 };

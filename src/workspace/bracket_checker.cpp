@@ -1,16 +1,16 @@
-#include "core/bracket_checker.h"
+#include "workspace/bracket_checker.h"
 
-#include "core/figure_scan.h"
-#include "core/figure_text.h"
-#include "core/list_readers.h"
-#include "core/runtime_error.h"
+#include "text/figure_scan.h"
+#include "text/figure_text.h"
+#include "workspace/list_readers.h"
+#include "text/runtime_error.h"
 #include "program/program.h"
 #include "ui/services.h"
 
 namespace tolvane {
 
-using core::contains;
-using core::hasPrefix;
+using text::contains;
+using text::hasPrefix;
 
 namespace {
 
@@ -20,14 +20,14 @@ struct Counts {
 };
 
 void countBrace(std::string_view field, Counts& c) {
-  if (core::charAt(field, 1) == '{') ++c.left;
-  if (core::charAt(field, 1) == '}') ++c.right;
+  if (text::charAt(field, 1) == '{') ++c.left;
+  if (text::charAt(field, 1) == '}') ++c.right;
 }
 
 // Walks the parts; returns false when a part was reported as one brace out.
-bool walkParts(Program& program, core::FigureScanner& in, Counts& c) {
+bool walkParts(Program& program, text::FigureScanner& in, Counts& c) {
   // Lines without a brace or a header change nothing but the position.
-  core::Needles keys{"{", "}", "actor"};
+  text::Needles keys{"{", "}", "actor"};
   int actors = 0;
   int leftInPart = 0, rightInPart = 0;
   std::string part;
@@ -47,8 +47,8 @@ bool walkParts(Program& program, core::FigureScanner& in, Counts& c) {
       leftInPart = rightInPart = 0;
       field.assign(in.ReadField());
       while (!hasPrefix(field, "actor") && !in.atEnd()) {
-        if (core::charAt(field, 1) == '{') ++c.left, ++leftInPart;
-        if (core::charAt(field, 1) == '}') ++c.right, ++rightInPart;
+        if (text::charAt(field, 1) == '{') ++c.left, ++leftInPart;
+        if (text::charAt(field, 1) == '}') ++c.right, ++rightInPart;
         next();
         if (field == "actor UNIVERSE" && actors >= 2) rewind = true;
         if (hasPrefix(field, "actor")) {
@@ -76,16 +76,16 @@ void CheckBrackets(Program& program) {
   ui::Opening& f = program.opening;
   if (f.OpenFilePath.empty()) {
     std::optional<std::string> chosen;
-    core::ignoreErrors([&] { chosen = ui::openDialog(program.services, program.currentDir); });
+    text::ignoreErrors([&] { chosen = ui::openDialog(program.services, program.currentDir); });
     if (!chosen || chosen->empty()) return;
     f.OpenFilePath = *chosen;
   }
   program.setBusy(true);
   // A fault from here on, reading past the end above all, ends the check quietly.
   try {
-    core::FigureScanner in(filePath(program, f.OpenFilePath));
+    text::FigureScanner in(filePath(program, f.OpenFilePath));
     yieldWhileReading(program, in);
-    core::Needles figureRes{"figureResFile"};
+    text::Needles figureRes{"figureResFile"};
     do in.skipLines(figureRes, true, false);
     while (!contains(in.ReadField(), "figureResFile"));
     Counts c;
@@ -99,7 +99,7 @@ void CheckBrackets(Program& program) {
       f.MenuCR2Tools.setEnabled(false);
       f.TimerPushpin.setEnabled(true);
     }
-  } catch (const core::RuntimeError&) {
+  } catch (const text::RuntimeError&) {
   }
   program.setBusy(false);
 }

@@ -1,14 +1,14 @@
-#include "core/line_ending_repair.h"
+#include "workspace/line_ending_repair.h"
 
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
 
-#include "core/figure_text.h"
-#include "core/line_writer.h"
-#include "core/runtime_error.h"
-#include "core/scratch_file.h"
+#include "text/figure_text.h"
+#include "text/line_writer.h"
+#include "text/runtime_error.h"
+#include "text/scratch_file.h"
 #include "program/program.h"
 #include "ui/services.h"
 
@@ -25,14 +25,14 @@ class InputFile {
  public:
   explicit InputFile(const std::filesystem::path& path) : m_path(path) {
     m_fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (m_fd < 0) core::raiseError(core::errorNumberFromErrno(errno, false), path.string());
+    if (m_fd < 0) text::raiseError(text::errorNumberFromErrno(errno, false), path.string());
   }
   ~InputFile() { ::close(m_fd); }
   std::size_t read(char* into, std::size_t size) {
     for (;;) {
       ssize_t n = ::read(m_fd, into, size);
       if (n < 0 && errno == EINTR) continue;
-      if (n < 0) core::raiseError(core::kDeviceIOError, m_path.string());
+      if (n < 0) text::raiseError(text::kDeviceIOError, m_path.string());
       return static_cast<std::size_t>(n);
     }
   }
@@ -57,17 +57,17 @@ bool headHasCrLf(const std::filesystem::path& path) {
 }
 
 std::string RepairTempName(const std::string& path) {
-  return core::Left(path, static_cast<long long>(core::InStr(path, "."))) + "new";
+  return text::Left(path, static_cast<long long>(text::InStr(path, "."))) + "new";
 }
 
 std::string BackupName(const std::string& path) {
-  return core::Left(path, static_cast<long long>(core::InStr(path, ".")) - 1) + core::UCase(core::Right(path, 3)) +
+  return text::Left(path, static_cast<long long>(text::InStr(path, ".")) - 1) + text::UCase(text::Right(path, 3)) +
          ".bak";
 }
 
 void convertLineEndings(const std::filesystem::path& source, const std::filesystem::path& scratch) {
   InputFile in(source);
-  core::LineWriter out(scratch, core::LineWriter::Mode::Append);
+  text::LineWriter out(scratch, text::LineWriter::Mode::Append);
   std::string buffer;
   std::vector<char> block(kBlockSize);
   // The buffer's head up to `clean` is known to hold no line feed; only what a new
@@ -92,7 +92,7 @@ void convertLineEndings(const std::filesystem::path& source, const std::filesyst
       }
       // The character before the line feed decides whether a carriage return goes too;
       // a line feed in first place has no character before it, which is an error.
-      if (lf == 0) core::raiseError(core::kInvalidProcedureCall, source.string());
+      if (lf == 0) text::raiseError(text::kInvalidProcedureCall, source.string());
       std::size_t end = buffer[lf - 1] == '\r' ? lf - 1 : lf;
       out.WriteLine(std::string_view(buffer).substr(0, end));
       std::size_t cut = lf + 1;
@@ -111,17 +111,17 @@ namespace {
 // Steps shared by both versions once the user agreed: convert into the scratch name,
 // then swap the files with errors ignored. Returns the backup name.
 std::string convertAndSwap(Program& program, const std::string& path, const std::string& temp) {
-  std::filesystem::path tempPath = core::nativePath(temp);
+  std::filesystem::path tempPath = text::nativePath(temp);
   if (tempPath.is_relative()) tempPath = program.currentDir / tempPath;
-  core::deleteIgnoringErrors(tempPath);
+  text::deleteIgnoringErrors(tempPath);
   program.setBusy(true);
-  repair::convertLineEndings(core::nativePath(path), tempPath);
+  repair::convertLineEndings(text::nativePath(path), tempPath);
   std::string backup = repair::BackupName(path);
-  std::filesystem::path file = core::nativePath(path);
-  std::filesystem::path backupPath = core::nativePath(backup);
-  core::ignoreErrors([&] { core::killFile(backupPath); });
-  core::ignoreErrors([&] { core::renameFile(file, backupPath); });
-  core::ignoreErrors([&] { core::renameFile(tempPath, file); });
+  std::filesystem::path file = text::nativePath(path);
+  std::filesystem::path backupPath = text::nativePath(backup);
+  text::ignoreErrors([&] { text::killFile(backupPath); });
+  text::ignoreErrors([&] { text::renameFile(file, backupPath); });
+  text::ignoreErrors([&] { text::renameFile(tempPath, file); });
   program.setBusy(false);
   return backup;
 }
@@ -130,7 +130,7 @@ std::string convertAndSwap(Program& program, const std::string& path, const std:
 
 void RepairLineEndings(Program& program, std::string& path) {
   if (path.empty()) path = program.opening.LabelFileName.caption();
-  if (repair::headHasCrLf(core::nativePath(path))) return;
+  if (repair::headHasCrLf(text::nativePath(path))) return;
   program.services.beep();
   ui::Answer answer = ui::msgBox(program.services,
                                  "Tolvane may not be able to process this file, due to its unconventional "
@@ -150,7 +150,7 @@ void RepairLineEndings(Program& program, std::string& path) {
 }
 
 bool RepairLineEndingsEditor(Program& program, const std::string& path) {
-  if (repair::headHasCrLf(core::nativePath(path))) return false;
+  if (repair::headHasCrLf(text::nativePath(path))) return false;
   ui::Answer answer = ui::msgBox(program.services,
                                  "Unconventional line ending! Would you like to have it fixed? You will only need "
                                  "to do this once, and it will not affect the file for Poser.",

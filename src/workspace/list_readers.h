@@ -10,7 +10,7 @@
 
 namespace tolvane {
 class Program;
-namespace core {
+namespace text {
 class FigureScanner;
 }
 namespace ui {
@@ -37,7 +37,7 @@ std::filesystem::path filePath(const Program& program, const std::string& text);
 void appendEntries(ui::ListBox& list, std::vector<std::string> entries);
 
 // Lets the event loop run about every 100 ms of reading.
-void yieldWhileReading(Program& program, core::FigureScanner& in);
+void yieldWhileReading(Program& program, text::FigureScanner& in);
 
 // The file ListAllChannels reads: the destination, or the source when the two file
 // labels differ.

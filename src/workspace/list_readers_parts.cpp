@@ -1,26 +1,26 @@
 // The body part and channel readers: ListBodyParts fills the left pane (or the right
 // one with a source's parts), ListAllChannels the "ALL CHANNELS" view and the hidden
 // reorder table.
-#include "core/figure_scan.h"
-#include "core/figure_text.h"
-#include "core/list_readers.h"
-#include "core/run_time_number.h"
-#include "core/runtime_error.h"
+#include "text/figure_scan.h"
+#include "text/figure_text.h"
+#include "workspace/list_readers.h"
+#include "text/run_time_number.h"
+#include "text/runtime_error.h"
 #include "program/program.h"
 #include "ui/services.h"
 
 namespace tolvane {
 
-using core::contains;
-using core::hasPrefix;
+using text::contains;
+using text::hasPrefix;
 
 std::string displayPath(const std::string& path) {
-  if (path.size() < 43) return core::Right(path, 45);
-  return "..." + core::Right(path, 45);
+  if (path.size() < 43) return text::Right(path, 45);
+  return "..." + text::Right(path, 45);
 }
 
 std::filesystem::path filePath(const Program& program, const std::string& text) {
-  std::filesystem::path p = core::nativePath(text);
+  std::filesystem::path p = text::nativePath(text);
   return p.is_relative() ? program.currentDir / p : p;
 }
 
@@ -42,7 +42,7 @@ void appendEntries(ui::ListBox& list, std::vector<std::string> entries) {
   if (current >= 0) list.setListIndex(current);
 }
 
-void yieldWhileReading(Program& program, core::FigureScanner& in) {
+void yieldWhileReading(Program& program, text::FigureScanner& in) {
   in.setYield([&program] { program.services.yield(); });
 }
 
@@ -51,8 +51,8 @@ namespace {
 // Up to the first line that holds figureResFile or opens the BODY actor; the test for
 // figureResFile stands before each read, beside the end of the file (a hair file has
 // neither line and then lists nothing).
-long long readToFirstFigure(core::FigureScanner& in) {
-  core::Needles keys{"figureResFile", "actor BODY"};
+long long readToFirstFigure(text::FigureScanner& in) {
+  text::Needles keys{"figureResFile", "actor BODY"};
   long long count = 0;
   std::string_view line;
   while (!contains(line, "figureResFile")) {
@@ -68,24 +68,24 @@ long long readToFirstFigure(core::FigureScanner& in) {
 void ListBodyParts(Program& program, const std::string& path) {
   ui::Opening& form = program.opening;
   bool source =
-      core::Right(form.LabelFileName.caption(), 20) != core::Right(form.LabelChannelFileName.caption(), 20);
+      text::Right(form.LabelFileName.caption(), 20) != text::Right(form.LabelChannelFileName.caption(), 20);
   ui::ListBox& target = source ? form.ListChannels : form.ListActors;
   std::vector<std::string> entries;
-  core::FigureScanner in(filePath(program, path));
+  text::FigureScanner in(filePath(program, path));
   yieldWhileReading(program, in);
-  std::string kind = core::FileKind(path);
+  std::string kind = text::FileKind(path);
   long long count = 0;
   if (kind != "fc2" && kind != "pz2" && kind != "pp2") count = readToFirstFigure(in);
 
-  core::Needles actors{"actor"};
-  core::Needles figureRes{"figureResFile"};
+  text::Needles actors{"actor"};
+  text::Needles figureRes{"figureResFile"};
   std::string_view line;
   for (;;) {
     count += static_cast<long long>(in.skipLines(actors, false, true));
     if (!in.rawLine(line)) break;
     ++count;
     if (!hasPrefix(line, "actor")) continue;
-    std::string entry = core::Mid(line, 6) + " *" + core::StrInteger(count);
+    std::string entry = text::Mid(line, 6) + " *" + text::StrInteger(count);
     in.ReadRawLine();
     std::string_view second = in.ReadRawLine();
     count += 2;
@@ -122,7 +122,7 @@ struct ChannelLists {
 // the part (an actor header) or nothing when the part's listing stops.
 class ChannelWalk {
  public:
-  ChannelWalk(core::FigureScanner& in, ChannelLists& out, long long& count)
+  ChannelWalk(text::FigureScanner& in, ChannelLists& out, long long& count)
       : m_in(in), m_out(out), m_count(count) {}
 
   // Returns true when it stopped at an actor header, which is then in `header`.
@@ -144,12 +144,12 @@ class ChannelWalk {
         addRemote(part);
         continue;
       }
-      std::string internal = core::Mid(line, 14);
+      std::string internal = text::Mid(line, 14);
       m_in.ReadRawLine();
       std::string_view nameLine = m_in.ReadRawLine();
       m_count += 2;
-      m_dial = core::Mid(nameLine, static_cast<long long>(core::InStr(nameLine, "name")) + 5);
-      m_out.reorder.push_back(part + "*" + m_dial + "^" + core::StrInteger(partLine) + "@" + internal);
+      m_dial = text::Mid(nameLine, static_cast<long long>(text::InStr(nameLine, "name")) + 5);
+      m_out.reorder.push_back(part + "*" + m_dial + "^" + text::StrInteger(partLine) + "@" + internal);
       for (;;) {
         m_count += static_cast<long long>(m_in.skipLines(m_interpKeys, false, true));
         ++m_count;
@@ -175,12 +175,12 @@ class ChannelWalk {
                            "\tFigure: " + figure, "\tMaster Part: " + masterPart, "\t" + ratio});
   }
 
-  core::FigureScanner& m_in;
+  text::FigureScanner& m_in;
   ChannelLists& m_out;
   long long& m_count;
   std::string m_dial;
-  core::Needles m_channelKeys{"actor", "valueOpDeltaAdd", "targetGeom"};
-  core::Needles m_interpKeys{"interpStyleLocked"};
+  text::Needles m_channelKeys{"actor", "valueOpDeltaAdd", "targetGeom"};
+  text::Needles m_interpKeys{"interpStyleLocked"};
 };
 
 }  // namespace
@@ -189,10 +189,10 @@ void ListAllChannels(Program& program, const std::string& path) {
   ui::Opening& form = program.opening;
   form.ListChannels.setForeColor(0x400000);
   ChannelLists lists;
-  core::FigureScanner in(filePath(program, path));
+  text::FigureScanner in(filePath(program, path));
   yieldWhileReading(program, in);
-  bool hair = core::FileKind(path) == "hr2";
-  core::Needles heads = hair ? core::Needles{"actor", "prop"} : core::Needles{"actor"};
+  bool hair = text::FileKind(path) == "hr2";
+  text::Needles heads = hair ? text::Needles{"actor", "prop"} : text::Needles{"actor"};
   long long count = 0;
   std::string part;
   long long partLine = 0;
@@ -206,20 +206,20 @@ void ListAllChannels(Program& program, const std::string& path) {
       if (!in.rawLine(line)) break;
       ++count;
       if (hasPrefix(line, "actor")) {
-        part = core::Mid(line, 7);
+        part = text::Mid(line, 7);
         partLine = count - 1;
       } else if (!(hair && hasPrefix(line, "prop"))) {
         continue;
       }
     } else {
-      part = core::Mid(header, 7);
+      part = text::Mid(header, 7);
       partLine = count - 1;
     }
     header.clear();
     // Any fault inside a part, reading past the end above all, ends the listing.
     try {
       walk.walkPart(part, partLine, header);
-    } catch (const core::RuntimeError&) {
+    } catch (const text::RuntimeError&) {
       trapped = true;
     }
   }

@@ -4,17 +4,17 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/figure_scan.h"
-#include "core/figure_text.h"
-#include "core/list_readers.h"
-#include "core/run_time_number.h"
-#include "core/runtime_error.h"
+#include "text/figure_scan.h"
+#include "text/figure_text.h"
+#include "workspace/list_readers.h"
+#include "text/run_time_number.h"
+#include "text/runtime_error.h"
 #include "program/program.h"
 
 namespace tolvane {
 
-using core::contains;
-using core::hasPrefix;
+using text::contains;
+using text::hasPrefix;
 
 namespace {
 
@@ -26,7 +26,7 @@ void showObjExtract(ui::Opening& form) {
 // TextMainOBJ from a geometry line: the text behind "Geometries:", or from character
 // 11 when the word is missing.
 std::string behindGeometries(std::string_view field) {
-  return core::Mid(field, static_cast<long long>(core::InStr(field, "Geometries:")) + 11);
+  return text::Mid(field, static_cast<long long>(text::InStr(field, "Geometries:")) + 11);
 }
 
 // Changes into the main geometry's folder, one colon-separated folder at a time (a
@@ -34,22 +34,22 @@ std::string behindGeometries(std::string_view field) {
 void enterGeometryFolder(Program& program, const std::string& root) {
   ui::Opening& form = program.opening;
   std::string rest = form.TextMainOBJ.text();
-  std::filesystem::path folder = core::nativePath(root).lexically_normal();
+  std::filesystem::path folder = text::nativePath(root).lexically_normal();
   for (std::size_t colon = rest.find(':'); colon != std::string::npos; colon = rest.find(':')) {
-    folder = core::resolveCaseInsensitive(folder / rest.substr(0, colon));
+    folder = text::resolveCaseInsensitive(folder / rest.substr(0, colon));
     rest.erase(0, colon + 1);
     std::error_code ec;
-    if (!std::filesystem::is_directory(folder, ec)) core::raiseError(core::kPathNotFound, folder.string());
+    if (!std::filesystem::is_directory(folder, ec)) text::raiseError(text::kPathNotFound, folder.string());
     program.currentDir = folder;
   }
   form.LabelOBJFileName.setCaption((folder / rest).string());
 }
 
 // The props' geometry files, from the reader's position to the end of the file.
-void listProps(Program& program, core::FigureScanner& in) {
+void listProps(Program& program, text::FigureScanner& in) {
   ui::Opening& form = program.opening;
   std::vector<std::string> values;
-  core::Needles props{"prop "};
+  text::Needles props{"prop "};
   std::string_view view;
   std::string field;
   bool pending = false;  // `field` is still to be examined
@@ -61,7 +61,7 @@ void listProps(Program& program, core::FigureScanner& in) {
     }
     pending = false;
     if (!hasPrefix(field, "prop ")) continue;
-    std::string name = core::Mid(field, 6);
+    std::string name = text::Mid(field, 6);
     if (contains(in.ReadField(), "geomCustom")) showObjExtract(form);
     field.assign(in.ReadField());
     if (contains(field, "geomCustom")) showObjExtract(form);
@@ -71,9 +71,9 @@ void listProps(Program& program, core::FigureScanner& in) {
     }
     field.assign(in.ReadField());
     if (contains(field, "geomCustom")) showObjExtract(form);
-    std::size_t at = core::InStr(field, "Geometries:");
+    std::size_t at = text::InStr(field, "Geometries:");
     std::string value =
-        at > 0 ? core::Mid(field, static_cast<long long>(at) + 11) : name + " Custom Geometry in CR2";
+        at > 0 ? text::Mid(field, static_cast<long long>(at) + 11) : name + " Custom Geometry in CR2";
     if (std::find(values.begin(), values.end(), value) != values.end() ||
         form.ListPropObj.indexOf(value) >= 0) {
       field.assign(in.ReadField());
@@ -93,9 +93,9 @@ void listProps(Program& program, core::FigureScanner& in) {
 
 void ListPropGeometry(Program& program, const std::string& path) {
   ui::Opening& form = program.opening;
-  core::FigureScanner in(filePath(program, path));
+  text::FigureScanner in(filePath(program, path));
   yieldWhileReading(program, in);
-  core::Needles keys{"figure", "geomCustom"};
+  text::Needles keys{"figure", "geomCustom"};
   // A pose may have no figure section at all: its last field then stands for the line.
   std::string field;
   std::string_view view;
@@ -113,9 +113,9 @@ void ListPropGeometry(Program& program, const std::string& path) {
 
 void ListPropGeometryPropFile(Program& program, const std::string& path) {
   ui::Opening& form = program.opening;
-  core::FigureScanner in(filePath(program, path));
+  text::FigureScanner in(filePath(program, path));
   yieldWhileReading(program, in);
-  core::Needles keys{"prop"};
+  text::Needles keys{"prop"};
   for (;;) {
     in.skipLines(keys, true, false);
     if (hasPrefix(in.ReadField(), "prop")) break;
@@ -132,13 +132,13 @@ unsigned swatchColour(const std::string& entry) {
   std::size_t b1 = entry.find(' ');
   std::string red = entry.substr(0, b1);
   std::string rest =
-      b1 == std::string::npos ? std::string() : core::Mid(entry, static_cast<long long>(b1) + 3);
+      b1 == std::string::npos ? std::string() : text::Mid(entry, static_cast<long long>(b1) + 3);
   std::size_t b2 = rest.find(' ');
   std::string green = rest.substr(0, b2);
   std::string blue =
-      b2 == std::string::npos ? std::string() : core::Mid(rest, static_cast<long long>(b2) + 3);
+      b2 == std::string::npos ? std::string() : text::Mid(rest, static_cast<long long>(b2) + 3);
   auto channel = [](const std::string& text) {
-    double v = std::nearbyint(core::Val(text));
+    double v = std::nearbyint(text::Val(text));
     return static_cast<unsigned>(std::clamp(v, 0.0, 255.0));
   };
   return channel(red) | channel(green) << 8 | channel(blue) << 16;
@@ -149,15 +149,15 @@ namespace {
 // Three colour numbers of a KdColor or KsColor line, times 256, in the run-time's
 // number text joined by blanks.
 std::string colourEntry(std::string_view line) {
-  std::string rest = core::LTrim(core::Mid(line, static_cast<long long>(core::InStr(line, " ")) + 1));
+  std::string rest = text::LTrim(text::Mid(line, static_cast<long long>(text::InStr(line, " ")) + 1));
   std::string entry;
   for (int i = 0; i < 3; ++i) {
     std::size_t blank = rest.find(' ');
     if (i > 0) entry += ' ';
-    entry += core::StrSingle(core::Val(rest.substr(0, blank)) * 256);
-    rest = blank == std::string::npos ? std::string() : core::LTrim(rest.substr(blank));
+    entry += text::StrSingle(text::Val(rest.substr(0, blank)) * 256);
+    rest = blank == std::string::npos ? std::string() : text::LTrim(rest.substr(blank));
   }
-  return core::LTrim(entry);
+  return text::LTrim(entry);
 }
 
 enum class MatState { Props, ReadOne, MaterialTest, Done };
@@ -167,7 +167,7 @@ enum class MatState { Props, ReadOne, MaterialTest, Done };
 class MaterialReader {
  public:
   MaterialReader(Program& program, const std::string& path)
-      : m_kind(core::FileKind(path)),
+      : m_kind(text::FileKind(path)),
         m_propFile(m_kind == "hr2" || m_kind == "pp2"),
         m_in(filePath(program, path)) {
     yieldWhileReading(program, m_in);
@@ -190,8 +190,8 @@ class MaterialReader {
 
  private:
   MatState findStart() {
-    core::Needles start = m_propFile ? core::Needles{"figureResFile", "figure", "material"}
-                                     : core::Needles{"figureResFile", "figure"};
+    text::Needles start = m_propFile ? text::Needles{"figureResFile", "figure", "material"}
+                                     : text::Needles{"figureResFile", "figure"};
     for (;;) {
       m_in.skipLines(start, true, false);
       m_field.assign(m_in.ReadField());
@@ -205,7 +205,7 @@ class MaterialReader {
     std::string_view view;
     m_in.skipLines(m_propKeys, true, false);
     if (!m_in.field(view)) return MatState::Done;
-    if (hasPrefix(view, "prop")) m_propNames.push_back(core::Mid(view, 6));
+    if (hasPrefix(view, "prop")) m_propNames.push_back(text::Mid(view, 6));
     return view == "figure" ? MatState::ReadOne : MatState::Props;
   }
 
@@ -219,7 +219,7 @@ class MaterialReader {
 
   MatState materialTest() {
     if (!hasPrefix(m_field, "material")) return MatState::ReadOne;
-    std::string name = core::Mid(m_field, 10);
+    std::string name = text::Mid(m_field, 10);
     if (name == "Preview") return MatState::ReadOne;
     if (std::find(m_propNames.begin(), m_propNames.end(), name) != m_propNames.end()) return MatState::Props;
     names.push_back(name);
@@ -234,11 +234,11 @@ class MaterialReader {
 
   std::string m_kind;
   bool m_propFile;
-  core::FigureScanner m_in;
+  text::FigureScanner m_in;
   std::string m_field;
   std::vector<std::string> m_propNames;
-  core::Needles m_propKeys{"prop", "figure"};
-  core::Needles m_materialKeys{"material"};
+  text::Needles m_propKeys{"prop", "figure"};
+  text::Needles m_materialKeys{"material"};
 };
 
 }  // namespace

@@ -1,26 +1,26 @@
 // The texture reader: the primary material's four map values for the path boxes and
 // every texture value of the file in the pop-up list ListAllTexMaps.
-#include "core/figure_scan.h"
-#include "core/figure_text.h"
-#include "core/list_readers.h"
+#include "text/figure_scan.h"
+#include "text/figure_text.h"
+#include "workspace/list_readers.h"
 #include "program/program.h"
 #include "ui/services.h"
 
 namespace tolvane {
 
-using core::contains;
+using text::contains;
 
 namespace {
 
 // Up to the primary material; false when the file has none.
-bool findPrimaryMaterial(core::FigureScanner& in, bool hair) {
-  core::Needles keys = hair ? core::Needles{"material skin", "\tmaterial"} : core::Needles{"material skin"};
+bool findPrimaryMaterial(text::FigureScanner& in, bool hair) {
+  text::Needles keys = hair ? text::Needles{"material skin", "\tmaterial"} : text::Needles{"material skin"};
   std::string_view line;
   for (;;) {
     in.skipLines(keys, false, false);
     if (!in.rawLine(line)) return false;
     if (contains(line, "material skin")) return true;
-    if (hair && core::hasPrefix(line, "\tmaterial")) return true;
+    if (hair && text::hasPrefix(line, "\tmaterial")) return true;
   }
 }
 
@@ -32,9 +32,9 @@ struct MapValues {
 
 void ListTextureMaps(Program& program, const std::string& path) {
   ui::Opening& form = program.opening;
-  core::FigureScanner in(filePath(program, path));
+  text::FigureScanner in(filePath(program, path));
   yieldWhileReading(program, in);
-  if (!findPrimaryMaterial(in, core::FileKind(path) == "hr2")) {
+  if (!findPrimaryMaterial(in, text::FileKind(path) == "hr2")) {
     in.close();
     ui::msgBox(program.services,
                "Either there is no texture map listed, or the primary material is not called \"skin\".",
@@ -45,21 +45,21 @@ void ListTextureMaps(Program& program, const std::string& path) {
   MapValues maps;
   bool noMoreTextures = false;
   bool alerted = false;
-  core::Needles keys{"Map"};  // every map keyword ends so
+  text::Needles keys{"Map"};  // every map keyword ends so
   std::string_view view;
   for (;;) {
     in.skipLines(keys, true, false);
     if (!in.field(view)) break;
     std::string field(view);
-    if (contains(field, "transparencyMap")) maps.transparency = core::Mid(field, 17);
-    if (contains(field, "reflectionMap")) maps.reflection = core::Mid(field, 14);
-    if (contains(field, "bumpMap")) maps.bump = core::Mid(field, 8);
+    if (contains(field, "transparencyMap")) maps.transparency = text::Mid(field, 17);
+    if (contains(field, "reflectionMap")) maps.reflection = text::Mid(field, 14);
+    if (contains(field, "bumpMap")) maps.bump = text::Mid(field, 8);
     if (!contains(field, "textureMap") || noMoreTextures) continue;
     if (field == "textureMap" && contains(in.ReadField(), "textureMap")) {
       noMoreTextures = true;
       continue;
     }
-    std::string value = core::Mid(field, 12);
+    std::string value = text::Mid(field, 12);
     if (form.ListAllTexMaps.indexOf(value) < 0) {
       form.ListAllTexMaps.addItem(value);
       if (!alerted) {
@@ -71,9 +71,9 @@ void ListTextureMaps(Program& program, const std::string& path) {
     maps.lastTexture = field;
   }
   in.close();
-  std::size_t quote = core::InStr(maps.lastTexture, "\"");
-  std::string texture = quote > 0 ? core::Mid(maps.lastTexture, static_cast<long long>(quote))
-                                  : core::Mid(maps.lastTexture, 12);
+  std::size_t quote = text::InStr(maps.lastTexture, "\"");
+  std::string texture = quote > 0 ? text::Mid(maps.lastTexture, static_cast<long long>(quote))
+                                  : text::Mid(maps.lastTexture, 12);
   if (contains(texture, "tringRes")) texture = "Default P4 Map";
   form.TextMainTex.setText(texture);
   form.TextMainTrans.setText(maps.transparency.empty() ? "NO_MAP" : maps.transparency);

@@ -1,19 +1,19 @@
 // The five path boxes of the main form: browsing by a click on a label, hand edits
 // ended by a double click, and WritePathChanges, which Save, Save As, Open and exit
 // use to put the boxes with red labels into the file through cr2temp.txt.
-#include "core/figure_scan.h"
-#include "core/figure_text.h"
-#include "core/list_readers.h"
-#include "core/runtime_error.h"
-#include "core/scratch_file.h"
-#include "core/scratch_move.h"
-#include "core/workspace.h"
+#include "text/figure_scan.h"
+#include "text/figure_text.h"
+#include "workspace/list_readers.h"
+#include "text/runtime_error.h"
+#include "text/scratch_file.h"
+#include "text/scratch_move.h"
+#include "workspace/workspace.h"
 #include "program/program.h"
 #include "ui/services.h"
 
 namespace tolvane {
 
-using core::contains;
+using text::contains;
 
 namespace {
 
@@ -43,8 +43,8 @@ bool isRed(const ui::Label& l) { return l.foreColor() == ui::kRed; }
 // this platform has no drive: every separator of it becomes a colon.
 std::string textureBoxForm(const std::string& chosen) {
   if (chosen.size() >= 2 && chosen[1] == ':')
-    return chosen.substr(0, 1) + core::Replace(core::Mid(chosen, 3), "\\", ":");
-  return core::Replace(core::Replace(chosen, "\\", ":"), "/", ":");
+    return chosen.substr(0, 1) + text::Replace(text::Mid(chosen, 3), "\\", ":");
+  return text::Replace(text::Replace(chosen, "\\", ":"), "/", ":");
 }
 
 }  // namespace
@@ -57,8 +57,8 @@ void LabelMainOBJPathClick(Program& program) {
   program.setCurrentDirFromFile(*chosen);
   std::string text;
   try {
-    text = core::ToPoserPath(*chosen);
-  } catch (const core::RuntimeError&) {
+    text = text::ToPoserPath(*chosen);
+  } catch (const text::RuntimeError&) {
     ui::msgBox(program.services, "Geometry files must be in the Runtime folders!", "Error!", ui::Buttons::OK,
                ui::Icon::Critical);
     return;
@@ -95,7 +95,7 @@ void PathBoxDblClick(Program& program, const std::string& name) {
     program.services.beep();
     return;
   }
-  std::string text = core::Replace(pb.box->text(), "\\", ":");
+  std::string text = text::Replace(pb.box->text(), "\\", ":");
   if (pb.box == &f.TextMainOBJ) f.NewObjLine = "figureResFile :" + text;
   pb.box->setText(text);
   pb.label->setForeColor(ui::kRed);
@@ -121,7 +121,7 @@ Working workingValues(ui::Opening& f) {
 
 // A map line of the second stretch: its first `keep` characters and the box value.
 void replaceMap(std::string& line, std::size_t keep, const std::string& value, ui::Label& label) {
-  if (!value.empty()) line = core::Left(line, static_cast<long long>(keep)) + value;
+  if (!value.empty()) line = text::Left(line, static_cast<long long>(keep)) + value;
   label.setForeColor(kPathBlue);
 }
 
@@ -129,8 +129,8 @@ void replaceMap(std::string& line, std::size_t keep, const std::string& value, u
 void writeScratch(Program& program, PathWriteVariant variant, Working w,
                   const std::filesystem::path& scratch) {
   ui::Opening& f = program.opening;
-  core::StreamRewrite out(scratch, true);
-  core::FigureScanner in(filePath(program, f.OpenFilePath));
+  text::StreamRewrite out(scratch, true);
+  text::FigureScanner in(filePath(program, f.OpenFilePath));
   yieldWhileReading(program, in);
   const char* keyword = variant == PathWriteVariant::Open ? "figResFile" : "figureResFile";
   std::string objValue = variant == PathWriteVariant::Exit ? f.NewObjLine : w.obj;
@@ -169,7 +169,7 @@ void writeScratch(Program& program, PathWriteVariant variant, Working w,
 
 // Whether the chosen name's old file goes before the scratch file takes its name.
 bool deleteTarget(Program& program, PathWriteVariant variant, const std::filesystem::path& target) {
-  if (!core::fileExists(target)) return false;
+  if (!text::fileExists(target)) return false;
   if (variant != PathWriteVariant::Exit) return true;
   return (program.currentDir / target.filename()) == target;
 }
@@ -181,7 +181,7 @@ void saveExtraMaterials(Program& program) {
   if (!chosen || chosen->empty()) return;
   program.setCurrentDirFromFile(*chosen);
   std::filesystem::path target = filePath(program, *chosen);
-  core::moveScratchInto(program.workFile("CR2.tmp"), target, true);
+  text::moveScratchInto(program.workFile("CR2.tmp"), target, true);
   f.LastOpenedPath = *chosen;
   f.ExtraMaterialsMode = false;
 }
@@ -199,13 +199,13 @@ void WritePathChanges(Program& program, PathWriteVariant variant) {
   auto chosen = ui::saveDialog(program.services, program.currentDir, f.OpenFilePath);
   if (!chosen || chosen->empty()) {
     // On exit the cancel is not trapped: the command ends with the run-time error.
-    if (variant == PathWriteVariant::Exit) core::raiseError(core::kCancelSelected);
+    if (variant == PathWriteVariant::Exit) text::raiseError(text::kCancelSelected);
     f.PathsDirty = 0;
     return;
   }
   program.setCurrentDirFromFile(*chosen);
   std::filesystem::path target = filePath(program, *chosen);
-  core::moveScratchInto(scratch, target, deleteTarget(program, variant, target));
+  text::moveScratchInto(scratch, target, deleteTarget(program, variant, target));
   f.PathsDirty = 0;
 }
 

@@ -1,4 +1,4 @@
-#include "core/startup.h"
+#include "workspace/startup.h"
 
 #include <sys/stat.h>
 
@@ -8,13 +8,13 @@
 #include <fstream>
 #include <sstream>
 
-#include "core/figure_text.h"
-#include "core/line_writer.h"
-#include "core/run_time_number.h"
-#include "core/runtime_error.h"
-#include "core/scratch_file.h"
-#include "core/workspace.h"
-#include "program/events.h"
+#include "text/figure_text.h"
+#include "text/line_writer.h"
+#include "text/run_time_number.h"
+#include "text/runtime_error.h"
+#include "text/scratch_file.h"
+#include "workspace/workspace.h"
+#include "workspace/workspace_events.h"
 #include "program/program.h"
 #include "ui/services.h"
 
@@ -37,7 +37,7 @@ const char* const kExitScratch[] = {"UV.txt",       "group.txt",  "groupsave.txt
 void saveSetting(Program& program, const std::string& section, const std::string& key, const std::string& value) {
   try {
     program.settings.save(kAppName, section, key, value);
-  } catch (const core::RuntimeError& e) {
+  } catch (const text::RuntimeError& e) {
     ui::msgBox(program.services,
                "The settings could not be stored (" + e.text() + "). Tolvane goes on without them.", "Error!",
                ui::Buttons::OK, ui::Icon::Critical);
@@ -49,22 +49,22 @@ void deleteMatching(const std::filesystem::path& folder, const std::string& pref
   std::error_code ec;
   for (std::filesystem::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
     std::string name = it->path().filename().string();
-    std::string lower = core::LCase(name);
-    if (lower.size() >= prefix.size() + suffix.size() && lower.compare(0, prefix.size(), core::LCase(prefix)) == 0 &&
-        lower.compare(lower.size() - suffix.size(), suffix.size(), core::LCase(suffix)) == 0)
-      core::deleteIgnoringErrors(it->path());
+    std::string lower = text::LCase(name);
+    if (lower.size() >= prefix.size() + suffix.size() && lower.compare(0, prefix.size(), text::LCase(prefix)) == 0 &&
+        lower.compare(lower.size() - suffix.size(), suffix.size(), text::LCase(suffix)) == 0)
+      text::deleteIgnoringErrors(it->path());
   }
 }
 
 std::filesystem::path resolveAgainst(const Program& program, const std::string& text) {
-  std::filesystem::path p = core::nativePath(text);
+  std::filesystem::path p = text::nativePath(text);
   return p.is_relative() ? program.currentDir / p : p;
 }
 
 void askForPoser(Program& program) {
   std::string chosen = ui::openDialog(program.services, program.currentDir).value_or("");
   // An empty answer leaves nothing to cut nine characters from: error 5.
-  std::string ploc = core::Left(chosen, static_cast<long long>(chosen.size()) - 9);
+  std::string ploc = text::Left(chosen, static_cast<long long>(chosen.size()) - 9);
   saveSetting(program, kStartup, "PLoc", ploc);
   saveSetting(program, kStartup, "Ver", "5.0");
   deleteMatching(resolveAgainst(program, ploc), "Tolvane4", ".exe");
@@ -106,7 +106,7 @@ void OpeningLoad(Program& program) {
 
   program.services.yield();
   form.MenuCR2Tools.setEnabled(false);
-  for (const char* name : kStartScratch) core::deleteIgnoringErrors(program.workFile(name));
+  for (const char* name : kStartScratch) text::deleteIgnoringErrors(program.workFile(name));
 
   form.OpenFilePath = program.commandLine;
   if (!program.commandLine.empty()) LoadWithoutDialog(program, program.commandLine);
@@ -114,9 +114,9 @@ void OpeningLoad(Program& program) {
 
 void AddToMRU(Program& program, const std::string& path) {
   ui::ListBox& list = program.opening.ListMRU;
-  std::string wanted = core::UCase(path);
+  std::string wanted = text::UCase(path);
   for (int i = 0; i <= program.opening.MRUCount && i < list.listCount(); ++i)
-    if (core::UCase(list.list(i)) == wanted) return;
+    if (text::UCase(list.list(i)) == wanted) return;
   list.addItem(path);
   ++program.opening.MRUCount;
   if (static_cast<std::size_t>(list.listCount()) > kMRULimit) {
@@ -137,7 +137,7 @@ void ListMRUClick(Program& program) {
   if (index < 0) return;
   form.OpenFilePath = form.ListMRU.list(index);
   form.ListMRU.setVisible(false);
-  if (!core::fileExists(core::nativePath(form.OpenFilePath))) {
+  if (!text::fileExists(text::nativePath(form.OpenFilePath))) {
     ui::msgBox(program.services, "This file has been moved or deleted.", "Error!", ui::Buttons::OK,
                ui::Icon::Critical);
     form.ListMRU.removeItem(index);
@@ -153,7 +153,7 @@ void ListMRUClick(Program& program) {
 void AppendNotes(Program& program, const std::string& notesFile) {
   ui::TextBox& box = program.opening.TextOpeningNotes;
   if (box.text().empty()) return;
-  core::LineWriter out(core::nativePath(notesFile), core::LineWriter::Mode::Append);
+  text::LineWriter out(text::nativePath(notesFile), text::LineWriter::Mode::Append);
   out.WriteLine("**** " + nowText(program) + " ****");
   out.WriteLine("** " + std::string() + " **");
   out.WriteLine(box.text());
@@ -168,13 +168,13 @@ void OpeningUnload(Program& program) {
       ui::msgBox(program.services, "Save path changes before exit?", "Alert!", ui::Buttons::YesNo,
                  ui::Icon::Question) == ui::Answer::Yes)
     WritePathChanges(program, PathWriteVariant::Exit);
-  core::deleteIgnoringErrors(program.workFile("color.txt"));
+  text::deleteIgnoringErrors(program.workFile("color.txt"));
   // The exit path names the notes file without a separator after the program's folder.
   if (!form.TextOpeningNotes.text().empty()) {
     std::string notes = program.appPath + "Notes.txt";
     try {
       AppendNotes(program, notes);
-    } catch (const core::RuntimeError& e) {
+    } catch (const text::RuntimeError& e) {
       // A folder that cannot be written must not keep the user from leaving.
       ui::msgBox(program.services, "The notes could not be written to " + notes + " (" + e.text() + ").", "Error!",
                  ui::Buttons::OK, ui::Icon::Critical);
@@ -184,7 +184,7 @@ void OpeningUnload(Program& program) {
   form.ListMRU.setVisible(false);
   for (ui::Form* f : program.forms())
     if (f != &form) f->setVisible(false);
-  for (const char* name : kExitScratch) core::deleteIgnoringErrors(program.workFile(name));
+  for (const char* name : kExitScratch) text::deleteIgnoringErrors(program.workFile(name));
   if (form.windowState() == ui::WindowState::Normal) {
     for (ui::Control* c : form.controls()) c->setVisible(false);
     program.services.tileClose();
@@ -203,23 +203,23 @@ void MenuAttribClick(Program& program) {
   auto chosen = ui::openDialog(program.services, program.currentDir);
   if (!chosen || chosen->empty()) return;
   program.setCurrentDirFromFile(*chosen);
-  std::string extension = core::Right(*chosen, 3);
+  std::string extension = text::Right(*chosen, 3);
   std::vector<std::filesystem::path> matches;
   std::error_code ec;
   for (std::filesystem::directory_iterator it(program.currentDir, ec), end; !ec && it != end; it.increment(ec)) {
     std::string name = it->path().filename().string();
-    if (it->is_regular_file(ec) && core::LCase(core::Right(name, 4)) == "." + core::LCase(extension))
+    if (it->is_regular_file(ec) && text::LCase(text::Right(name, 4)) == "." + text::LCase(extension))
       matches.push_back(it->path());
   }
   std::sort(matches.begin(), matches.end());
   int count = 0;
   for (std::size_t i = 0; i < matches.size(); ++i) {
-    if (!core::isReadOnly(matches[i])) continue;
-    core::clearReadOnly(matches[i]);
+    if (!text::isReadOnly(matches[i])) continue;
+    text::clearReadOnly(matches[i]);
     if (i > 0) ++count;  // the first match is never counted
   }
   ui::msgBox(program.services,
-             "ReadOnly removed from" + core::StrInteger(count) + " files with " + extension + " extensions.",
+             "ReadOnly removed from" + text::StrInteger(count) + " files with " + extension + " extensions.",
              "Note!", ui::Buttons::OK, ui::Icon::Information);
 }
 
@@ -227,7 +227,7 @@ namespace {
 
 void showFormNotes(Program& program) {
   std::filesystem::path notes = program.workFile("Notes.txt");
-  if (!core::fileExists(notes)) core::LineWriter(notes, core::LineWriter::Mode::Append).close();
+  if (!text::fileExists(notes)) text::LineWriter(notes, text::LineWriter::Mode::Append).close();
   std::ifstream in(notes, std::ios::binary);
   std::ostringstream text;
   text << in.rdbuf();
@@ -236,7 +236,7 @@ void showFormNotes(Program& program) {
 }
 
 void saveFormNotes(Program& program) {
-  core::LineWriter out(program.workFile("Notes.txt"), core::LineWriter::Mode::Output);
+  text::LineWriter out(program.workFile("Notes.txt"), text::LineWriter::Mode::Output);
   out.write(program.formNotes.RichTextBox1.text());
   out.close();
 }

@@ -1,17 +1,17 @@
 // File, Open and its siblings: the kinds table, the figure page and the OBJ page of
 // the main form, the leading-blank fix, the load from the command line or a drop, and
 // the source pane.
-#include "core/workspace.h"
+#include "workspace/workspace.h"
 
-#include "core/figure_scan.h"
-#include "core/figure_text.h"
-#include "core/line_ending_repair.h"
-#include "core/line_writer.h"
-#include "core/list_readers.h"
-#include "core/run_time_number.h"
-#include "core/scratch_file.h"
-#include "core/scratch_move.h"
-#include "core/startup.h"
+#include "text/figure_scan.h"
+#include "text/figure_text.h"
+#include "workspace/line_ending_repair.h"
+#include "text/line_writer.h"
+#include "workspace/list_readers.h"
+#include "text/run_time_number.h"
+#include "text/scratch_file.h"
+#include "text/scratch_move.h"
+#include "workspace/startup.h"
 #include "program/program.h"
 #include "ui/services.h"
 
@@ -28,13 +28,13 @@ void show(std::initializer_list<ui::Control*> controls, bool visible) {
 
 void askReadOnly(Program& program, const std::string& path) {
   std::filesystem::path file = filePath(program, path);
-  if (!core::isReadOnly(file)) return;
+  if (!text::isReadOnly(file)) return;
   if (ui::msgBox(
           program.services,
           "This is a read-only file, probably from a CD.  It cannot be edited.  Would you like to change "
           "this attribute so it can be edited by Tolvane?",
           "Alert!", ui::Buttons::YesNo, ui::Icon::Question) == ui::Answer::Yes)
-    core::clearReadOnly(file);
+    text::clearReadOnly(file);
 }
 
 // Before any load: the OBJ page's extras go, the OBJ view button takes its upper place.
@@ -52,7 +52,7 @@ void resetPages(ui::Opening& form) {
 void leadingBlankScan(Program& program, const std::string& path, int lines) {
   bool chop = false;
   {
-    core::FigureScanner in(filePath(program, path));
+    text::FigureScanner in(filePath(program, path));
     std::string_view line;
     for (int i = 0; i < lines && in.rawLine(line); ++i) {
       if (!line.empty() && line[0] == ' ') {
@@ -95,7 +95,7 @@ void showFigurePage(Program& program, const std::string& path) {
   show({&f.PictureScaleObj, &f.PictureMash}, false);
   show({&f.FrameFigurePage, &f.FramePaths, &f.LabelFileSize, &f.PictureMapViewer}, true);
   f.LabelFileSize.setCaption(
-      core::StrInteger(static_cast<long long>(core::fileLength(filePath(program, path)))) + " bytes");
+      text::StrInteger(static_cast<long long>(text::fileLength(filePath(program, path)))) + " bytes");
   f.ListPropObj.clear();
   f.ListPropObj.setForeColor(kListBlue);
 }
@@ -166,7 +166,7 @@ void loadFigure(Program& program, const std::string& path, int scanLines) {
   program.opening.LabelFileNameForEditor.setCaption(path);
   leadingBlankScan(program, path, scanLines);
   showFigurePage(program, path);
-  listGeometryAndMaterials(program, path, core::FileKind(path));
+  listGeometryAndMaterials(program, path, text::FileKind(path));
   listPartsAndChannels(program, path);
   showFigureTools(program);
 }
@@ -209,7 +209,7 @@ void OpenFile(Program& program) {
   std::string path = f.OpenFilePath;
   askReadOnly(program, path);
   resetPages(f);
-  std::string kind = core::FileKind(path);
+  std::string kind = text::FileKind(path);
   if (isFigureKind(kind)) {
     if (!repairAndGoOn(program, path, kind)) return;
     loadFigure(program, path, leadingBlankLines(kind));
@@ -226,7 +226,7 @@ void LoadWithoutDialog(Program& program, const std::string& given) {
   if (given.empty()) return;
   std::string path = given;
   resetPages(f);
-  std::string kind = core::FileKind(path);
+  std::string kind = text::FileKind(path);
   if (!repairAndGoOn(program, path, kind)) return;
   if (kind == "cr2" || kind == "pz3")
     loadFigure(program, path, 100);
@@ -236,17 +236,17 @@ void LoadWithoutDialog(Program& program, const std::string& given) {
 
 void ChopLeadingBlanks(Program& program, const std::string& path) {
   std::filesystem::path chop = program.currentDir / "Chop.doc";
-  core::deleteIgnoringErrors(chop);
+  text::deleteIgnoringErrors(chop);
   std::filesystem::path file = filePath(program, path);
   {
-    core::FigureScanner in(file);
+    text::FigureScanner in(file);
     yieldWhileReading(program, in);
-    core::LineWriter out(chop, core::LineWriter::Mode::Append);
+    text::LineWriter out(chop, text::LineWriter::Mode::Append);
     std::string_view line;
     while (in.rawLine(line)) out.WriteLine(!line.empty() && line[0] == ' ' ? line.substr(1) : line);
     out.close();
   }
-  core::moveScratchInto(chop, file, true);
+  text::moveScratchInto(chop, file, true);
 }
 
 void OpenSource(Program& program) {
@@ -264,7 +264,7 @@ void OpenSource(Program& program) {
   f.OpenFilePath = chosen.value_or("");
   if (f.OpenFilePath.empty()) return;
   program.setCurrentDirFromFile(f.OpenFilePath);
-  if (core::FileKind(f.OpenFilePath) != "cr2") {
+  if (text::FileKind(f.OpenFilePath) != "cr2") {
     ui::msgBox(program.services, "CR2 files only!", "Error!", ui::Buttons::OK, ui::Icon::Critical);
     return;
   }

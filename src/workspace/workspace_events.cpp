@@ -1,8 +1,10 @@
 // Registers the handlers of the workspace: open, the list readers' clicks, save and
 // the path boxes, the Bracket Checker, and files dropped on the main form.
-#include "core/bracket_checker.h"
-#include "core/list_readers.h"
-#include "core/workspace.h"
+#include "workspace/workspace_events.h"
+
+#include "workspace/bracket_checker.h"
+#include "workspace/list_readers.h"
+#include "workspace/workspace.h"
 #include "program/events.h"
 #include "program/program.h"
 #include "ui/services.h"

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "core/scratch_file.h"
-#include "core/workspace.h"
+#include "text/scratch_file.h"
+#include "workspace/workspace.h"
 #include "editor_test_support.h"
 
 namespace tolvane {
@@ -202,7 +202,7 @@ TEST(EditorSave, WritesThePaneByteForByteWithCrLf) {
   EXPECT_TRUE(std::filesystem::is_empty(f.t.work()));  // no scratch file left
 
   // A file that cannot be replaced stays as it was, and the pane keeps its changes.
-  core::setReadOnly(copy);
+  text::setReadOnly(copy);
   std::string before = readFile(copy);
   f.key("RichTextBox1", 65);
   f.user().dialog(copy);

@@ -10,8 +10,8 @@
 #include <map>
 #include <set>
 
-#include "core/figure_text.h"
-#include "core/line_reader.h"
+#include "text/figure_text.h"
+#include "text/line_reader.h"
 #include "support/test_support.h"
 
 namespace tolvane::test {
@@ -40,7 +40,7 @@ FigureFacts gatherFacts(const std::filesystem::path& file) {
     return start == std::string::npos ? std::string() : line.substr(start);
   };
   FigureFacts facts;
-  core::LineReader in(file);
+  text::LineReader in(file);
   std::string line, next;
   int depth = 0;
   while (in.readRawLine(line)) {
@@ -48,26 +48,26 @@ FigureFacts gatherFacts(const std::filesystem::path& file) {
     if (text == "{") ++depth;
     if (text == "}") --depth;
     facts.lowestDepth = std::min(facts.lowestDepth, depth);
-    if (core::hasPrefix(line, "figureResFile ")) ++facts.figureResFiles;
-    if (core::hasPrefix(line, "\t\ttargetGeom ")) ++facts.targetGeoms;
-    if (core::contains(line, "valueOpDeltaAdd")) {
+    if (text::hasPrefix(line, "figureResFile ")) ++facts.figureResFiles;
+    if (text::hasPrefix(line, "\t\ttargetGeom ")) ++facts.targetGeoms;
+    if (text::contains(line, "valueOpDeltaAdd")) {
       // The four lines behind it, the last deltaAddDelta, all at three tabs.
       std::vector<std::string> block;
       for (int i = 0; i < 4 && in.readRawLine(next); ++i) block.push_back(next);
-      if (block.size() != 4 || !core::hasPrefix(block[3], "\t\t\tdeltaAddDelta "))
+      if (block.size() != 4 || !text::hasPrefix(block[3], "\t\t\tdeltaAddDelta "))
         facts.problems.push_back("control block without its deltaAddDelta line");
       for (const auto& l : block)
-        if (!core::hasPrefix(l, "\t\t\t") || l[3] == '\t')
+        if (!text::hasPrefix(l, "\t\t\t") || l[3] == '\t')
           facts.problems.push_back("control line not at three tabs: " + l);
       ++facts.controlBlocks;
     }
     if (text.rfind("d ", 0) == 0) {
       ++facts.deltaLines;
-      if (core::charAt(line, 5) != 'd' || line.rfind("\t\t\t\td ", 0) != 0)
+      if (text::charAt(line, 5) != 'd' || line.rfind("\t\t\t\td ", 0) != 0)
         facts.problems.push_back("delta line not at four tabs: " + line);
     }
-    if (core::hasPrefix(line, "prop ")) ++facts.propHeaders[line];
-    if (!core::hasPrefix(line, "actor ")) continue;
+    if (text::hasPrefix(line, "prop ")) ++facts.propHeaders[line];
+    if (!text::hasPrefix(line, "actor ")) continue;
     ++facts.actorHeaders[line];
     if (!in.readRawLine(next) || next != "\t{") facts.problems.push_back("no brace behind " + line);
     ++depth;
@@ -148,9 +148,9 @@ TEST(SampleSet, MatchesTheCommittedSamplesAndIsWellFormed) {
     EXPECT_TRUE(crlfEverywhere(bytes));
     for (auto at = bytes.find(":Runtime:"); at != std::string::npos; at = bytes.find(":Runtime:", at + 1)) {
       std::string poser = bytes.substr(at + 1, bytes.find_first_of("\"\r\n", at) - at - 1);
-      EXPECT_TRUE(fs::exists(made() / core::Replace(poser, ":", "/"))) << poser;
+      EXPECT_TRUE(fs::exists(made() / text::Replace(poser, ":", "/"))) << poser;
     }
-    std::string kind = core::FileKind(relative);
+    std::string kind = text::FileKind(relative);
     if (kind == "obj" || kind == "mtl") continue;
     FigureFacts facts = gatherFacts(made() / relative);
     EXPECT_EQ(facts.lowestDepth, 0);
@@ -202,17 +202,17 @@ TEST(SampleSet, FigureAndSceneHaveEachPartTwiceAndTheirSections) {
 // Every usemtl of the OBJ names a material of the figure, and every part has its group.
 TEST(SampleSet, ObjMaterialsAndGroupsMatchTheFigure) {
   std::set<std::string> materials;
-  core::LineReader figure(made() / SampleSet::kFigure);
+  text::LineReader figure(made() / SampleSet::kFigure);
   std::string line;
   while (figure.readRawLine(line))
-    if (core::hasPrefix(line, "\tmaterial ")) materials.insert(line.substr(10));
-  core::LineReader obj(made() / SampleSet::kObj);
+    if (text::hasPrefix(line, "\tmaterial ")) materials.insert(line.substr(10));
+  text::LineReader obj(made() / SampleSet::kObj);
   std::set<std::string> groups;
   while (obj.readRawLine(line)) {
-    if (core::hasPrefix(line, "usemtl ")) {
+    if (text::hasPrefix(line, "usemtl ")) {
       EXPECT_TRUE(materials.count(line.substr(7))) << line;
     }
-    if (core::hasPrefix(line, "g ")) groups.insert(line.substr(2));
+    if (text::hasPrefix(line, "g ")) groups.insert(line.substr(2));
   }
   for (const auto& part : standardParts()) EXPECT_TRUE(groups.count(part)) << part;
 }

@@ -15,7 +15,7 @@
 #include <QTest>
 #include <QTimer>
 
-#include "core/runtime_error.h"
+#include "text/runtime_error.h"
 #include "gui/app_setup.h"
 #include "gui/qt_settings.h"
 #include "test_support.h"
@@ -111,7 +111,7 @@ void QtServicesTest::settingsRoundTripAndUnwritableStore() {
   // A store under a plain file cannot be written.
   test::writeFile(dir / "plain", "x");
   QtSettings blocked(QString::fromStdString((dir / "plain" / "settings.ini").string()));
-  QVERIFY_THROWS_EXCEPTION(core::RuntimeError, blocked.save("Tolvane", "Startup", "Ver", "5.0"));
+  QVERIFY_THROWS_EXCEPTION(text::RuntimeError, blocked.save("Tolvane", "Startup", "Ver", "5.0"));
 }
 
 void QtServicesTest::fileDialogTakesFolderNameAndFilter() {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "core/scratch_file.h"
+#include "text/scratch_file.h"
 #include "morph_fixture.h"
 
 namespace tolvane::test {
@@ -75,8 +75,8 @@ TEST_F(MorphCopyTest, WritesTheSelectedBlockIntoTheDestination) {
     EXPECT_EQ(differenceFrom(dest, c.name), "");
     EXPECT_EQ(f.PictureCopyToDest.backColor(), ui::kToolRest);
     EXPECT_EQ(services.dialogs().back().fileName, dest);
-    EXPECT_FALSE(core::fileExists(tp.work() / "SaveMorph.txt"));
-    EXPECT_FALSE(core::fileExists(tp.work() / "InsertMorph.txt"));
+    EXPECT_FALSE(text::fileExists(tp.work() / "SaveMorph.txt"));
+    EXPECT_FALSE(text::fileExists(tp.work() / "InsertMorph.txt"));
   }
 }
 

@@ -1,6 +1,6 @@
 #include "morph_fixture.h"
 
-#include "core/list_readers.h"
+#include "workspace/list_readers.h"
 
 namespace tolvane::test {
 

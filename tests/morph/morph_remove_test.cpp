@@ -2,9 +2,9 @@
 
 #include <array>
 
-#include "core/figure_text.h"
-#include "core/list_readers.h"
-#include "core/scratch_file.h"
+#include "text/figure_text.h"
+#include "workspace/list_readers.h"
+#include "text/scratch_file.h"
 #include "morph_fixture.h"
 
 namespace tolvane::test {
@@ -51,7 +51,7 @@ TEST_F(MorphRemoveTest, RemovesMorphsAndControlBlocks) {
     viewChannels(c.part);
     if (!c.list.empty()) f.ListChannels.setItems(c.list);
     selectChannels(c.selected);
-    services.expect("Success!", core::Replace(c.question, "{}", path) + "  Save changes?", Answer::Yes);
+    services.expect("Success!", text::Replace(c.question, "{}", path) + "  Save changes?", Answer::Yes);
     services.dialog(path);
     dragToTrash("ListChannels");
     EXPECT_EQ(services.pending(), 0u);
@@ -149,7 +149,7 @@ TEST_F(MorphRemoveTest, RemovesBodyParts) {
     EXPECT_EQ(f.ListActors.indexOf(entry), -1);
     EXPECT_EQ(f.LabelFileNameForEditor.caption(), dest);
     EXPECT_EQ(f.LabelFileName.caption(), displayPath(dest));
-    EXPECT_EQ(f.LabelFileSize.caption(), " " + std::to_string(core::fileLength(dest)) + " bytes");
+    EXPECT_EQ(f.LabelFileSize.caption(), " " + std::to_string(text::fileLength(dest)) + " bytes");
     EXPECT_EQ(f.PictureTrash.backColor(), ui::kToolRest);
   }
 }
@@ -184,7 +184,7 @@ TEST_F(MorphRemoveTest, BodyPartRemovalRefusalsAndNo) {
   dragToTrash("ListActors");
   EXPECT_EQ(services.pending(), 0u);
   EXPECT_EQ(readFile(dest), original);
-  EXPECT_TRUE(core::fileExists(tp.work() / "cr2.doc"));
+  EXPECT_TRUE(text::fileExists(tp.work() / "cr2.doc"));
   EXPECT_EQ(f.ListActors.listCount(), 5);
   // A part the file no longer holds is a run-time error before any question.
   f.ListActors.setItem(1, "    foot:1 * 11");

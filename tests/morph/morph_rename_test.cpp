@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "core/list_readers.h"
-#include "core/scratch_file.h"
+#include "workspace/list_readers.h"
+#include "text/scratch_file.h"
 #include "morph_fixture.h"
 
 namespace tolvane::test {
@@ -34,7 +34,7 @@ TEST_F(MorphRenameTest, RenamesTheFirstMorphOfThatNameInTheFile) {
   EXPECT_EQ(services.pending(), 0u);
   EXPECT_EQ(differenceFrom(dest, "rename_morph"), "");
   EXPECT_EQ(f.ListChannels.items(), (Lines{"Channels for  neck:1", "", "\tBoxy"}));
-  EXPECT_EQ(f.LabelFileSize.caption(), " " + std::to_string(core::fileLength(dest)) + " bytes");
+  EXPECT_EQ(f.LabelFileSize.caption(), " " + std::to_string(text::fileLength(dest)) + " bytes");
   EXPECT_FALSE(f.TextMorphRename.visible());
   EXPECT_EQ(f.TextMorphRename.text(), "");
   EXPECT_FALSE(f.OptionChannelRename.visible());
@@ -69,17 +69,17 @@ TEST_F(MorphRenameTest, NoKeepsTheFileAndTheLists) {
   services.answer(Answer::No);
   fire("PictureRenameMorph", EventKind::Click);
   EXPECT_EQ(readFile(dest), original);
-  EXPECT_TRUE(core::fileExists(tp.work() / "RenMorph.txt"));
+  EXPECT_TRUE(text::fileExists(tp.work() / "RenMorph.txt"));
   EXPECT_EQ(f.ListChannels.list(4), "\tRound");
   EXPECT_FALSE(f.OptionBodyPartRename.visible());
 
   // A cancelled typing ends the tool before the rewrite.
-  core::deleteIgnoringErrors(tp.work() / "RenMorph.txt");
+  text::deleteIgnoringErrors(tp.work() / "RenMorph.txt");
   chooseKind(false);
   services.queue(ui::ScriptedAnswer::inputCancel());
   fire("PictureRenameMorph", EventKind::Click);
   EXPECT_EQ(services.pending(), 0u);
-  EXPECT_FALSE(core::fileExists(tp.work() / "RenMorph.txt"));
+  EXPECT_FALSE(text::fileExists(tp.work() / "RenMorph.txt"));
   EXPECT_FALSE(f.TextMorphRename.visible());
   EXPECT_FALSE(f.OptionChannelRename.visible());
 }

@@ -1,97 +1,8 @@
 #include "test_support.h"
 
-#include <unistd.h>
-
-#include <fstream>
-#include <random>
-#include <sstream>
-
-#include "core/runtime_error.h"
+#include "app/app.h"
 
 namespace tolvane::test {
-
-TempDir::TempDir() {
-  std::random_device rd;
-  auto base = std::filesystem::temp_directory_path();
-  for (;;) {
-    m_path = base / ("tolvane-test-" + std::to_string(::getpid()) + "-" + std::to_string(rd()));
-    if (std::filesystem::create_directory(m_path)) break;
-  }
-}
-
-TempDir::~TempDir() {
-  std::error_code ec;
-  // Read-only files made by tests must not stop the clean-up.
-  for (auto it = std::filesystem::recursive_directory_iterator(m_path, ec);
-       !ec && it != std::filesystem::recursive_directory_iterator(); it.increment(ec))
-    std::filesystem::permissions(it->path(), std::filesystem::perms::owner_all,
-                                 std::filesystem::perm_options::add, ec);
-  std::filesystem::remove_all(m_path, ec);
-}
-
-std::string readFile(const std::filesystem::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream s;
-  s << in.rdbuf();
-  return s.str();
-}
-
-void writeFile(const std::filesystem::path& path, const std::string& bytes) {
-  if (path.has_parent_path()) std::filesystem::create_directories(path.parent_path());
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  out << bytes;
-}
-
-std::string crlf(const std::vector<std::string>& lines) {
-  std::string s;
-  for (const auto& l : lines) s += l + "\r\n";
-  return s;
-}
-
-namespace {
-std::vector<std::string> splitLines(const std::string& text) {
-  std::vector<std::string> lines;
-  std::string cur;
-  for (char c : text) {
-    cur.push_back(c);
-    if (c == '\n') {
-      lines.push_back(cur);
-      cur.clear();
-    }
-  }
-  if (!cur.empty()) lines.push_back(cur);
-  return lines;
-}
-}  // namespace
-
-std::string firstDifference(const std::filesystem::path& actual, const std::filesystem::path& expected) {
-  if (!std::filesystem::exists(actual)) return "missing file " + actual.string();
-  auto a = splitLines(readFile(actual));
-  auto e = splitLines(readFile(expected));
-  for (std::size_t i = 0; i < std::max(a.size(), e.size()); ++i) {
-    std::string la = i < a.size() ? a[i] : "<end of file>";
-    std::string le = i < e.size() ? e[i] : "<end of file>";
-    if (la != le) return "line " + std::to_string(i + 1) + ": got [" + la + "] expected [" + le + "]";
-  }
-  return {};
-}
-
-std::filesystem::path copyInto(const std::filesystem::path& source, const std::filesystem::path& dir) {
-  std::filesystem::create_directories(dir);
-  auto target = dir / source.filename();
-  std::filesystem::copy(source, target,
-                        std::filesystem::copy_options::recursive | std::filesystem::copy_options::overwrite_existing);
-  return target;
-}
-
-int runTimeErrorOf(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const core::RuntimeError& e) {
-    return e.number();
-  }
-  return 0;
-}
 
 TestProgram::TestProgram() {
   auto work = dir.path() / "work";
@@ -103,6 +14,7 @@ TestProgram::TestProgram() {
   options.currentDir = cwd;
   options.appPath = work.string();
   program = std::make_unique<Program>(services, settings, options);
+  app::wire(*program);
 }
 
 }  // namespace tolvane::test

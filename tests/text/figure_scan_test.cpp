@@ -1,14 +1,14 @@
-#include "core/figure_scan.h"
+#include "text/figure_scan.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
-#include "core/line_reader.h"
-#include "core/runtime_error.h"
-#include "test_support.h"
+#include "text/line_reader.h"
+#include "text/runtime_error.h"
+#include "test_files.h"
 
-namespace tolvane::core {
+namespace tolvane::text {
 namespace {
 
 using test::TempDir;
@@ -108,4 +108,4 @@ TEST(FigureScanner, AFileCutShortWhileItIsReadEndsWhereItWasCut) {
 }
 
 }  // namespace
-}  // namespace tolvane::core
+}  // namespace tolvane::text

@@ -1,12 +1,12 @@
-#include "core/figure_text.h"
+#include "text/figure_text.h"
 
 #include <gtest/gtest.h>
 
-#include "core/run_time_number.h"
-#include "core/runtime_error.h"
-#include "test_support.h"
+#include "text/run_time_number.h"
+#include "text/runtime_error.h"
+#include "test_files.h"
 
-namespace tolvane::core {
+namespace tolvane::text {
 namespace {
 
 TEST(RunTimeNumber, SingleAndDoubleText) {
@@ -104,4 +104,4 @@ TEST(FigureText, OneBasedStringHelpers) {
 }
 
 }  // namespace
-}  // namespace tolvane::core
+}  // namespace tolvane::text

@@ -1,16 +1,16 @@
 // The buffered line reader: its rules case by case, and against a plain model of them
 // over long random texts whose lines and fields straddle the reader's buffer boundaries.
-#include "core/line_reader.h"
+#include "text/line_reader.h"
 
 #include <gtest/gtest.h>
 
 #include <random>
 
-#include "core/line_writer.h"
-#include "core/runtime_error.h"
-#include "test_support.h"
+#include "text/line_writer.h"
+#include "text/runtime_error.h"
+#include "test_files.h"
 
-namespace tolvane::core {
+namespace tolvane::text {
 namespace {
 
 using test::runTimeErrorOf;
@@ -212,4 +212,4 @@ TEST(LineWriter, FullDiskIsError61AndOutputIsTruncated) {
 }
 
 }  // namespace
-}  // namespace tolvane::core
+}  // namespace tolvane::text

@@ -1,4 +1,4 @@
-#include "core/bracket_checker.h"
+#include "workspace/bracket_checker.h"
 
 #include <gtest/gtest.h>
 

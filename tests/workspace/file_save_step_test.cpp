@@ -5,8 +5,8 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "core/runtime_error.h"
-#include "core/scratch_move.h"
+#include "text/runtime_error.h"
+#include "text/scratch_move.h"
 #include "test_support.h"
 
 namespace tolvane::test {
@@ -17,7 +17,7 @@ namespace {
 TEST(ScratchMove, ReplacesAcrossFileSystems) {
   TempDir dir;
   std::filesystem::path shm = "/dev/shm";
-  if (!std::filesystem::is_directory(shm) || core::sameFileSystem(shm, dir.path()))
+  if (!std::filesystem::is_directory(shm) || text::sameFileSystem(shm, dir.path()))
     GTEST_SKIP() << "one file system only";
   auto scratch = shm / ("tolvane-move-" + std::to_string(::getpid()));
   auto target = dir / "fig.cr2";
@@ -25,8 +25,8 @@ TEST(ScratchMove, ReplacesAcrossFileSystems) {
   for (bool replace : {false, true}) {
     SCOPED_TRACE(replace);
     writeFile(scratch, "new\r\n");
-    EXPECT_EQ(runTimeErrorOf([&] { core::moveScratchInto(scratch, target, replace); }),
-              replace ? 0 : core::kFileAlreadyExists);
+    EXPECT_EQ(runTimeErrorOf([&] { text::moveScratchInto(scratch, target, replace); }),
+              replace ? 0 : text::kFileAlreadyExists);
     EXPECT_EQ(readFile(target), replace ? "new\r\n" : "old\r\n");
     EXPECT_EQ(std::filesystem::exists(scratch), !replace);
     EXPECT_FALSE(std::filesystem::exists(dir / ".~fig.cr2"));
@@ -36,8 +36,8 @@ TEST(ScratchMove, ReplacesAcrossFileSystems) {
 TEST(ScratchMove, MissingScratchLeavesTheTarget) {
   TempDir dir;
   writeFile(dir / "fig.cr2", "old\r\n");
-  EXPECT_EQ(runTimeErrorOf([&] { core::moveScratchInto(dir / "none.txt", dir / "fig.cr2", true); }),
-            core::kFileNotFound);
+  EXPECT_EQ(runTimeErrorOf([&] { text::moveScratchInto(dir / "none.txt", dir / "fig.cr2", true); }),
+            text::kFileNotFound);
   EXPECT_EQ(readFile(dir / "fig.cr2"), "old\r\n");
 }
 
@@ -80,7 +80,7 @@ TEST(FileSaveStep, CancelOrAMissingScratchFileLeavesTheCurrentFile) {
 
   std::filesystem::remove(s.scratch);
   s.t.services.dialog((s.t.files() / "other.cr2").string());
-  EXPECT_EQ(runTimeErrorOf([&] { s.run(); }), core::kFileNotFound);
+  EXPECT_EQ(runTimeErrorOf([&] { s.run(); }), text::kFileNotFound);
   EXPECT_EQ(readFile(s.current), "old\r\n");
 }
 

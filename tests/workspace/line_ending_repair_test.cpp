@@ -1,8 +1,8 @@
-#include "core/line_ending_repair.h"
+#include "workspace/line_ending_repair.h"
 
 #include <gtest/gtest.h>
 
-#include "core/runtime_error.h"
+#include "text/runtime_error.h"
 #include "test_support.h"
 
 namespace tolvane::test {
@@ -84,9 +84,9 @@ TEST(LineEndingRepair, FailuresStopWithRunTimeErrorsAndKeepTheOriginal) {
     const char* input;  // nullptr: no file
     int error;
   } cases[] = {
-      {"three bare line feeds in a row", "fig.cr2", "a\n\n\nb\n", core::kInvalidProcedureCall},
-      {"a path without a dot", "figure", "a\nb\n", core::kInvalidProcedureCall},
-      {"a missing file", "gone.cr2", nullptr, core::kFileNotFound},
+      {"three bare line feeds in a row", "fig.cr2", "a\n\n\nb\n", text::kInvalidProcedureCall},
+      {"a path without a dot", "figure", "a\nb\n", text::kInvalidProcedureCall},
+      {"a missing file", "gone.cr2", nullptr, text::kFileNotFound},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
@@ -104,7 +104,7 @@ TEST(LineEndingRepair, ScratchAndBackupNames) {
   EXPECT_EQ(repair::RepairTempName("C:\\x\\fig.cr2"), "C:\\x\\fig.new");
   EXPECT_EQ(repair::BackupName("C:\\x\\fig.cr2"), "C:\\x\\figCR2.bak");
   EXPECT_EQ(repair::RepairTempName("noext"), "new");
-  EXPECT_THROW(repair::BackupName("noext"), core::RuntimeError);
+  EXPECT_THROW(repair::BackupName("noext"), text::RuntimeError);
   // A dot in a folder name cuts the path there.
   EXPECT_EQ(repair::BackupName("/a.b/fig.pz2"), "/aPZ2.bak");
 }

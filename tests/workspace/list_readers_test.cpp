@@ -1,4 +1,4 @@
-#include "core/list_readers.h"
+#include "workspace/list_readers.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "core/startup.h"
+#include "workspace/startup.h"
 
 #include <gtest/gtest.h>
 
-#include "core/scratch_file.h"
+#include "text/scratch_file.h"
 #include "program/events.h"
 #include "test_support.h"
 
@@ -138,13 +138,13 @@ TEST(ReadOnlyTool, ClearsTheAttributeAndCountsFromTheSecondMatch) {
   TestProgram t;
   for (const char* n : {"a.cr2", "b.cr2", "c.cr2", "d.pz2"}) {
     writeFile(t.files() / n, "x");
-    core::setReadOnly(t.files() / n);
+    text::setReadOnly(t.files() / n);
   }
   t.services.dialog((t.files() / "a.cr2").string());
   t.services.expect("Note!", "ReadOnly removed from 2 files with cr2 extensions.");
   fireEvent(*t, "Opening", "MenuAttrib", EventKind::Click);
-  for (const char* n : {"a.cr2", "b.cr2", "c.cr2"}) EXPECT_FALSE(core::isReadOnly(t.files() / n)) << n;
-  EXPECT_TRUE(core::isReadOnly(t.files() / "d.pz2"));
+  for (const char* n : {"a.cr2", "b.cr2", "c.cr2"}) EXPECT_FALSE(text::isReadOnly(t.files() / n)) << n;
+  EXPECT_TRUE(text::isReadOnly(t.files() / "d.pz2"));
 }
 
 TEST(MainMenus, FileMenuClosesThePopUps) {

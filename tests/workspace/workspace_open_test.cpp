@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "core/list_readers.h"
-#include "core/scratch_file.h"
-#include "core/workspace.h"
+#include "workspace/list_readers.h"
+#include "text/scratch_file.h"
+#include "workspace/workspace.h"
 #include "workspace_fixture.h"
 
 namespace tolvane::test {
@@ -46,7 +46,7 @@ TEST_F(WorkspaceOpen, ReadOnlyFileIsListedWhateverTheAnswer) {
     SCOPED_TRACE(ui::answerName(answer));
     WorkspaceFixture each;  // a fresh folder for each case
     auto ava = each.lib("Character/Tolv/Ava.cr2");
-    core::setReadOnly(ava);
+    text::setReadOnly(ava);
     each.open(
         ava,
         {{"Alert!",
@@ -55,7 +55,7 @@ TEST_F(WorkspaceOpen, ReadOnlyFileIsListedWhateverTheAnswer) {
           answer},
          kMoreThanOneMap});
     EXPECT_EQ(each.form().ListActors.listCount(), 5);
-    EXPECT_EQ(core::isReadOnly(ava), answer == ui::Answer::No);
+    EXPECT_EQ(text::isReadOnly(ava), answer == ui::Answer::No);
   }
 }
 

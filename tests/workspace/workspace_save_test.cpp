@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "core/workspace.h"
+#include "workspace/workspace.h"
 #include "workspace_fixture.h"
 
 namespace tolvane::test {

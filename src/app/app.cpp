@@ -1,0 +1,28 @@
+#include "app/app.h"
+
+#include "editor/editor_events.h"
+#include "editor/editor_handover.h"
+#include "morph/morph_events.h"
+#include "program/program.h"
+#include "workspace/workspace_events.h"
+
+namespace tolvane::app {
+
+const EventTable& eventTable() {
+  static const EventTable table = [] {
+    EventTable t;
+    registerStartupEvents(t);
+    registerWorkspaceEvents(t);
+    registerMorphEvents(t);
+    registerEditorEvents(t);
+    return t;
+  }();
+  return table;
+}
+
+void wire(Program& program) {
+  program.setEvents(&eventTable());
+  program.onShowEditor = [&program] { editor::ShowEditorWithDestination(program); };
+}
+
+}  // namespace tolvane::app

@@ -1,0 +1,37 @@
+// Test helpers over plain files: a temporary folder, whole-file reads and writes, a
+// line-by-line file comparison that names the first difference, and the number of a
+// run-time error. They use the standard library and the figure-text library only.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace tolvane::test {
+
+class TempDir {
+ public:
+  TempDir();
+  ~TempDir();
+  TempDir(const TempDir&) = delete;
+  TempDir& operator=(const TempDir&) = delete;
+  const std::filesystem::path& path() const { return m_path; }
+  std::filesystem::path operator/(const std::string& name) const { return m_path / name; }
+
+ private:
+  std::filesystem::path m_path;
+};
+
+std::string readFile(const std::filesystem::path& path);
+void writeFile(const std::filesystem::path& path, const std::string& bytes);
+// Joins lines with CR LF after each one.
+std::string crlf(const std::vector<std::string>& lines);
+// Empty when the files are equal; else a description of the first differing line.
+std::string firstDifference(const std::filesystem::path& actual, const std::filesystem::path& expected);
+// Copies a fixture folder or file into `dir` and returns the copy's path.
+std::filesystem::path copyInto(const std::filesystem::path& source, const std::filesystem::path& dir);
+// The number of the run-time error `action` raises; 0 when it raises none.
+int runTimeErrorOf(const std::function<void()>& action);
+
+}  // namespace tolvane::test
