@@ -1,15 +1,10 @@
 #include "text/figure_scan.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
 #include <cstring>
-#if defined(__SSE2__)
-#include <emmintrin.h>
+#if defined(__x86_64__) && defined(__GNUC__)
+#include <immintrin.h>
 #endif
 
 #include "text/runtime_error.h"
@@ -26,28 +21,45 @@ std::int64_t nowMs() {
 }
 
 // Line ends (and commas) in a run of text: one read per line, one more per comma.
-std::uint64_t countReads(const char* from, const char* to, bool commas) {
+std::uint64_t countReadsPlain(const char* from, const char* to, bool commas) {
   std::uint64_t n = 0;
-#if defined(__SSE2__)
-  // Each byte lane counts its hits down from zero; the lanes are summed before any
-  // of them could wrap.
-  const __m128i cr = _mm_set1_epi8('\r');
-  const __m128i comma = _mm_set1_epi8(commas ? ',' : '\r');
-  const __m128i zero = _mm_setzero_si128();
-  while (to - from >= 16) {
-    __m128i lanes = zero;
-    for (int i = 0; i < 127 && to - from >= 16; ++i, from += 16) {
-      __m128i v = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
-      lanes = _mm_sub_epi8(lanes, _mm_cmpeq_epi8(v, cr));
-      if (commas) lanes = _mm_sub_epi8(lanes, _mm_cmpeq_epi8(v, comma));
-    }
-    __m128i sums = _mm_sad_epu8(lanes, zero);
-    n += static_cast<std::uint64_t>(_mm_cvtsi128_si32(sums)) +
-         static_cast<std::uint64_t>(_mm_cvtsi128_si32(_mm_srli_si128(sums, 8)));
-  }
-#endif
   for (; from < to; ++from) n += *from == '\r' || (commas && *from == ',');
   return n;
+}
+
+#if defined(__x86_64__) && defined(__GNUC__)
+// The same with 32 bytes at a time. Each byte lane counts its hits down from zero; the
+// lanes are summed before any of them could wrap.
+__attribute__((target("avx2"))) std::uint64_t countReadsAvx2(const char* from, const char* to, bool commas) {
+  std::uint64_t n = 0;
+  const __m256i cr = _mm256_set1_epi8('\r');
+  const __m256i comma = _mm256_set1_epi8(commas ? ',' : '\r');
+  const __m256i zero = _mm256_setzero_si256();
+  while (to - from >= 32) {
+    __m256i lanes = zero;
+    for (int i = 0; i < 127 && to - from >= 32; ++i, from += 32) {
+      __m256i v = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(from));
+      lanes = _mm256_sub_epi8(lanes, _mm256_cmpeq_epi8(v, cr));
+      if (commas) lanes = _mm256_sub_epi8(lanes, _mm256_cmpeq_epi8(v, comma));
+    }
+    __m256i sums = _mm256_sad_epu8(lanes, zero);
+    n += static_cast<std::uint64_t>(_mm256_extract_epi64(sums, 0)) +
+         static_cast<std::uint64_t>(_mm256_extract_epi64(sums, 1)) +
+         static_cast<std::uint64_t>(_mm256_extract_epi64(sums, 2)) +
+         static_cast<std::uint64_t>(_mm256_extract_epi64(sums, 3));
+  }
+  return n + countReadsPlain(from, to, commas);
+}
+#endif
+
+// The one entry of the counting: the widest vector code this processor runs, else the
+// plain loop.
+std::uint64_t countReads(const char* from, const char* to, bool commas) {
+#if defined(__x86_64__) && defined(__GNUC__)
+  static const bool avx2 = __builtin_cpu_supports("avx2");
+  if (avx2) return countReadsAvx2(from, to, commas);
+#endif
+  return countReadsPlain(from, to, commas);
 }
 
 // Characters that fill the delta lines and braces of a figure: a poor first probe.
@@ -79,16 +91,16 @@ Needles::Needles(std::initializer_list<std::string_view> words) {
   m_from.assign(m_words.size(), kNone);
 }
 
-FigureScanner::FigureScanner(const std::filesystem::path& path, std::size_t window) : m_path(path) {
-  m_fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (m_fd < 0) raiseError(errorNumberFromErrno(errno, false), path.string());
-  struct stat st {};
-  if (::fstat(m_fd, &st) != 0 || S_ISDIR(st.st_mode)) {
-    ::close(m_fd);
-    m_fd = -1;
-    raiseError(kPathFileAccessError, path.string());
-  }
-  m_length = static_cast<std::uint64_t>(st.st_size);
+FigureScanner::FigureScanner(const std::filesystem::path& path, std::size_t window)
+    : m_path(path), m_file(std::make_unique<ReadOnlyFile>(path)) {
+  m_length = m_file->length();
+  m_window = std::max<std::size_t>(window, 2);
+  m_lastYield = nowMs();
+}
+
+FigureScanner::FigureScanner(std::shared_ptr<SharedRead> shared, int reader, std::size_t window)
+    : m_path(shared->path()), m_shared(std::move(shared)), m_reader(reader) {
+  m_length = m_shared->length();
   m_window = std::max<std::size_t>(window, 2);
   m_lastYield = nowMs();
 }
@@ -97,15 +109,20 @@ FigureScanner::~FigureScanner() { close(); }
 
 void FigureScanner::close() {
   release();
-  if (m_fd >= 0) ::close(m_fd);
-  m_fd = -1;
+  if (m_file) m_file->close();
+  if (m_shared && !m_closed) m_shared->leave(m_reader);
+  m_closed = true;
+}
+
+std::size_t FigureScanner::readAt(std::uint64_t keep, std::uint64_t offset, char* to, std::size_t size) {
+  return m_shared ? m_shared->readAt(m_reader, keep, offset, to, size) : m_file->readAt(offset, to, size);
 }
 
 void FigureScanner::setYield(std::function<void()> yield) { m_yield = std::move(yield); }
 
 bool FigureScanner::refill() {
   if (m_eof) return false;
-  if (m_fd < 0) raiseError(kBadFileNameOrNumber, m_path.string());
+  if (m_closed) raiseError(kBadFileNameOrNumber, m_path.string());
   std::uint64_t keep = m_base + m_keep;
   std::uint64_t have = m_base + m_end;
   if (have >= m_length) {
@@ -121,24 +138,19 @@ bool FigureScanner::refill() {
   // virtual machines they run several times faster than mapping the file, and a file
   // cut short while it is read ends the text instead of faulting.
   std::size_t kept = static_cast<std::size_t>(have - keep);
+  if (m_shared && lendWindow(keep, kept)) return true;
   std::size_t size = static_cast<std::size_t>(
       std::min<std::uint64_t>(std::max<std::uint64_t>(m_window, std::uint64_t{kept} * 2), m_length - keep));
   if (size > m_capacity) {
     std::unique_ptr<char[]> grown(new char[size]);
-    if (kept > 0) std::memcpy(grown.get(), m_buffer.get() + m_keep, kept);
+    if (kept > 0) std::memcpy(grown.get(), m_data + m_keep, kept);
     m_buffer = std::move(grown);
     m_capacity = size;
   } else if (kept > 0) {
-    std::memmove(m_buffer.get(), m_buffer.get() + m_keep, kept);
+    std::memmove(m_buffer.get(), m_data + m_keep, kept);
   }
-  std::size_t filled = kept;
-  while (filled < size) {
-    ssize_t n = ::pread(m_fd, m_buffer.get() + filled, size - filled, static_cast<off_t>(keep + filled));
-    if (n < 0 && errno == EINTR) continue;
-    if (n < 0) raiseError(kDeviceIOError, m_path.string());
-    if (n == 0) break;
-    filled += static_cast<std::size_t>(n);
-  }
+  std::size_t filled = kept + readAt(keep, keep + kept, m_buffer.get() + kept, size - kept);
+  m_lent.reset();
   m_data = m_buffer.get();
   m_pos = static_cast<std::size_t>(m_base + m_pos - keep);
   m_keep = 0;
@@ -153,7 +165,24 @@ bool FigureScanner::refill() {
   return true;
 }
 
+bool FigureScanner::lendWindow(std::uint64_t keep, std::size_t kept) {
+  SharedRead::View v = m_shared->view(m_reader, keep, keep);
+  // A line longer than what the block holds past it, or a file cut short: the copying
+  // read takes it.
+  if (v.size <= kept) return false;
+  m_lent = std::move(v.block);
+  m_data = v.data;
+  m_pos = static_cast<std::size_t>(m_base + m_pos - keep);
+  m_keep = 0;
+  m_end = v.size;
+  m_base = keep;
+  ++m_generation;
+  if (v.fileEnds) m_length = keep + v.size;
+  return true;
+}
+
 void FigureScanner::release() {
+  m_lent.reset();
   m_buffer.reset();
   m_capacity = 0;
   m_data = nullptr;

@@ -13,6 +13,9 @@
 #include <string_view>
 #include <vector>
 
+#include "text/read_only_file.h"
+#include "text/shared_read.h"
+
 namespace tolvane::text {
 
 // The keywords a loop reacts to, with the next place each was found, so that a long
@@ -34,6 +37,8 @@ class FigureScanner {
  public:
   // `window` is the reading block; tests make it tiny to reach its edges.
   explicit FigureScanner(const std::filesystem::path& path, std::size_t window = 4 << 20);
+  // A scanner that reads through a read shared with other scanners on other threads.
+  FigureScanner(std::shared_ptr<SharedRead> shared, int reader, std::size_t window = 4 << 20);
   ~FigureScanner();
   FigureScanner(const FigureScanner&) = delete;
   FigureScanner& operator=(const FigureScanner&) = delete;
@@ -71,8 +76,18 @@ class FigureScanner {
   // lone comma as the very last byte.
   std::uint64_t tailReads(std::size_t stop, bool fields) const;
 
+  // With a shared read: makes the window a block's bytes from `keep` on, lent without a
+  // copy; false when the block holds no more than the `kept` bytes.
+  bool lendWindow(std::uint64_t keep, std::size_t kept);
+  // Reads the file at `offset`; `keep` is the lowest offset still wanted.
+  std::size_t readAt(std::uint64_t keep, std::uint64_t offset, char* to, std::size_t size);
+
   std::filesystem::path m_path;
-  int m_fd = -1;
+  std::unique_ptr<ReadOnlyFile> m_file;
+  std::shared_ptr<SharedRead> m_shared;
+  int m_reader = 0;
+  std::shared_ptr<const SharedRead::Block> m_lent;  // the block the window lies in, if lent
+  bool m_closed = false;
   std::unique_ptr<char[]> m_buffer;
   std::size_t m_capacity = 0;
   const char* m_data = nullptr;  // the window: the file from m_base on

@@ -1,11 +1,6 @@
 #include "text/line_reader.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <bit>
-#include <cerrno>
 #include <cstring>
 
 #include "text/runtime_error.h"
@@ -38,38 +33,17 @@ const char* findCommaOrCr(const char* p, const char* limit) {
 }
 }  // namespace
 
-LineReader::LineReader(const std::filesystem::path& path) : m_path(path) {
-  m_fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (m_fd < 0) raiseError(errorNumberFromErrno(errno, false), path.string());
-  struct stat st {};
-  if (::fstat(m_fd, &st) != 0 || S_ISDIR(st.st_mode)) {
-    ::close(m_fd);
-    m_fd = -1;
-    raiseError(kPathFileAccessError, path.string());
-  }
-  m_length = static_cast<std::uint64_t>(st.st_size);
-  m_buffer.resize(kBufferSize);
-}
+LineReader::LineReader(const std::filesystem::path& path) : m_file(path) { m_buffer.resize(kBufferSize); }
 
 LineReader::~LineReader() { close(); }
 
-void LineReader::close() {
-  if (m_fd >= 0) ::close(m_fd);
-  m_fd = -1;
-}
+void LineReader::close() { m_file.close(); }
 
 bool LineReader::fill() {
-  if (m_fd < 0) raiseError(kBadFileNameOrNumber, m_path.string());
   m_bufferStart += m_end;
   m_pos = 0;
-  m_end = 0;
-  for (;;) {
-    ssize_t n = ::read(m_fd, m_buffer.data(), m_buffer.size());
-    if (n < 0 && errno == EINTR) continue;
-    if (n < 0) raiseError(kDeviceIOError, m_path.string());
-    m_end = static_cast<std::size_t>(n);
-    return n > 0;
-  }
+  m_end = m_file.readAt(m_bufferStart, m_buffer.data(), m_buffer.size());
+  return m_end > 0;
 }
 
 int LineReader::peek() {
@@ -80,8 +54,7 @@ int LineReader::peek() {
 bool LineReader::atEnd() { return peek() < 0; }
 
 void LineReader::seek(std::uint64_t offset) {
-  if (m_fd < 0) raiseError(kBadFileNameOrNumber, m_path.string());
-  if (::lseek(m_fd, static_cast<off_t>(offset), SEEK_SET) < 0) raiseError(kBadFileNameOrNumber);
+  if (!m_file.isOpen()) raiseError(kBadFileNameOrNumber, m_file.path().string());
   m_bufferStart = offset;
   m_pos = m_end = 0;
 }
@@ -113,7 +86,7 @@ bool LineReader::readRawLine(std::string& out) {
 
 std::string LineReader::ReadRawLine() {
   std::string line;
-  if (!readRawLine(line)) raiseError(kInputPastEndOfFile, m_path.string());
+  if (!readRawLine(line)) raiseError(kInputPastEndOfFile, m_file.path().string());
   return line;
 }
 
@@ -161,7 +134,7 @@ bool LineReader::readField(std::string& out) {
 
 std::string LineReader::ReadField() {
   std::string field;
-  if (!readField(field)) raiseError(kInputPastEndOfFile, m_path.string());
+  if (!readField(field)) raiseError(kInputPastEndOfFile, m_file.path().string());
   return field;
 }
 

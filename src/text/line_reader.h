@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "text/read_only_file.h"
+
 namespace tolvane::text {
 
 class LineReader {
@@ -31,10 +33,10 @@ class LineReader {
 
   // Byte offset (0-based) of the next byte to be read, for the byte-patching tools.
   std::uint64_t position() const { return m_bufferStart + m_pos; }
-  std::uint64_t length() const { return m_length; }
+  std::uint64_t length() const { return m_file.length(); }
   void seek(std::uint64_t offset);
 
-  const std::filesystem::path& path() const { return m_path; }
+  const std::filesystem::path& path() const { return m_file.path(); }
   void close();
 
  private:
@@ -43,13 +45,11 @@ class LineReader {
   void readLineInto(std::string& out);
   void readFieldInto(std::string& out);
 
-  std::filesystem::path m_path;
-  int m_fd = -1;
+  ReadOnlyFile m_file;
   std::vector<char> m_buffer;
   std::size_t m_pos = 0;
   std::size_t m_end = 0;
   std::uint64_t m_bufferStart = 0;
-  std::uint64_t m_length = 0;
 };
 
 }  // namespace tolvane::text

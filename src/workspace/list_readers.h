@@ -4,15 +4,15 @@
 // ListTextureMaps. Tools that change parts or channels run them again to refresh.
 #pragma once
 
+#include <exception>
 #include <filesystem>
 #include <string>
 #include <vector>
 
+#include "text/list_scans.h"
+
 namespace tolvane {
 class Program;
-namespace text {
-class FigureScanner;
-}
 namespace ui {
 class ListBox;
 }
@@ -23,6 +23,34 @@ void ListFileMaterials(Program& program, const std::string& path);
 void ListBodyParts(Program& program, const std::string& path);
 void ListAllChannels(Program& program, const std::string& path);
 void ListTextureMaps(Program& program, const std::string& path);
+
+// What each reader shows of its scan, in the reader's order of effects; a scan that
+// stopped on a fault shows what the reader showed before the fault, then raises it.
+void showGeometry(Program& program, const text::GeometryScan& scan, std::exception_ptr fault,
+                  const std::string& root);
+void showMaterials(Program& program, text::MaterialScan scan);
+void showBodyParts(Program& program, std::vector<std::string> entries);
+void showChannels(Program& program, text::ChannelScan lists);
+void showTextures(Program& program, const text::TextureScan& scan, std::exception_ptr fault);
+// The folder the main geometry's path starts from.
+std::string geometryRoot(const Program& program, bool propFile);
+
+// The five scans Open lists a figure with, made together in one read of the file: each
+// on its own thread, the event loop running meanwhile. Each result keeps the fault its
+// scan stopped on.
+struct FigureScans {
+  text::GeometryScan geometry;
+  std::exception_ptr geometryFault;
+  text::MaterialScan materials;
+  std::exception_ptr materialsFault;
+  std::vector<std::string> parts;
+  std::exception_ptr partsFault;
+  text::ChannelScan channels;
+  std::exception_ptr channelsFault;
+  text::TextureScan textures;
+  std::exception_ptr texturesFault;
+};
+FigureScans scanFigureTogether(Program& program, const std::filesystem::path& file, const std::string& kind);
 
 // The display form of a path in the file labels: whole below 43 characters, else
 // "..." and its last 45 characters.

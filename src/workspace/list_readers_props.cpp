@@ -1,10 +1,12 @@
 // The geometry and material readers: the main OBJ and the props' geometry files
 // (ListPropGeometry, ListPropGeometryPropFile) and the material list with its two
-// colour lists and swatches (ListFileMaterials).
+// colour lists and swatches (ListFileMaterials), over the figure-text library's scans.
 #include <algorithm>
 #include <cmath>
+#include <exception>
 
 #include "text/figure_scan.h"
+#include "text/list_scans.h"
 #include "text/figure_text.h"
 #include "workspace/list_readers.h"
 #include "text/run_time_number.h"
@@ -23,12 +25,6 @@ void showObjExtract(ui::Opening& form) {
   form.PictureOBJView.setTop(412);
 }
 
-// TextMainOBJ from a geometry line: the text behind "Geometries:", or from character
-// 11 when the word is missing.
-std::string behindGeometries(std::string_view field) {
-  return text::Mid(field, static_cast<long long>(text::InStr(field, "Geometries:")) + 11);
-}
-
 // Changes into the main geometry's folder, one colon-separated folder at a time (a
 // folder that does not exist stops the command), and names the OBJ in LabelOBJFileName.
 void enterGeometryFolder(Program& program, const std::string& root) {
@@ -45,87 +41,48 @@ void enterGeometryFolder(Program& program, const std::string& root) {
   form.LabelOBJFileName.setCaption((folder / rest).string());
 }
 
-// The props' geometry files, from the reader's position to the end of the file.
-void listProps(Program& program, text::FigureScanner& in) {
+}  // namespace
+
+void showGeometry(Program& program, const text::GeometryScan& scan, std::exception_ptr fault,
+                  const std::string& root) {
   ui::Opening& form = program.opening;
-  std::vector<std::string> values;
-  text::Needles props{"prop "};
-  std::string_view view;
-  std::string field;
-  bool pending = false;  // `field` is still to be examined
-  for (;;) {
-    if (!pending) {
-      in.skipLines(props, true, false);
-      if (!in.field(view)) break;
-      field.assign(view);
-    }
-    pending = false;
-    if (!hasPrefix(field, "prop ")) continue;
-    std::string name = text::Mid(field, 6);
-    if (contains(in.ReadField(), "geomCustom")) showObjExtract(form);
-    field.assign(in.ReadField());
-    if (contains(field, "geomCustom")) showObjExtract(form);
-    if (contains(field, "name")) {
-      pending = true;  // a definition: look at this field as it stands
-      continue;
-    }
-    field.assign(in.ReadField());
-    if (contains(field, "geomCustom")) showObjExtract(form);
-    std::size_t at = text::InStr(field, "Geometries:");
-    std::string value =
-        at > 0 ? text::Mid(field, static_cast<long long>(at) + 11) : name + " Custom Geometry in CR2";
-    if (std::find(values.begin(), values.end(), value) != values.end() ||
-        form.ListPropObj.indexOf(value) >= 0) {
-      field.assign(in.ReadField());
-      pending = true;
-      continue;
-    }
-    values.push_back(value);
+  if (scan.customGeometry) showObjExtract(form);
+  if (scan.mainFound) {
+    form.TextMainOBJ.setText(scan.mainObj);
+    enterGeometryFolder(program, root);
+    if (scan.propCustomGeometry) showObjExtract(form);
   }
-  appendEntries(form.ListPropObj, std::move(values));
+  if (fault) std::rethrow_exception(fault);
+  appendEntries(form.ListPropObj, scan.props);
   if (form.ListPropObj.listCount() == 0) {
     form.ListPropObj.setForeColor(ui::kRed);
     form.ListPropObj.addItem("No Props in CR2");
   }
 }
 
+std::string geometryRoot(const Program& program, bool propFile) {
+  // The two readers join the folder so; the prop file's doubled separator is harmless.
+  return program.posersFolder() + (propFile ? "\\Runtime\\Geometries" : "Runtime\\Geometries");
+}
+
+namespace {
+void listGeometry(Program& program, const std::string& path, bool propFile) {
+  text::GeometryScan scan;
+  std::exception_ptr fault;
+  try {
+    text::FigureScanner in(filePath(program, path));
+    yieldWhileReading(program, in);
+    text::scanGeometry(in, propFile, program.opening.ListPropObj.items(), scan);
+  } catch (const text::RuntimeError&) {
+    fault = std::current_exception();
+  }
+  showGeometry(program, scan, fault, geometryRoot(program, propFile));
+}
 }  // namespace
 
-void ListPropGeometry(Program& program, const std::string& path) {
-  ui::Opening& form = program.opening;
-  text::FigureScanner in(filePath(program, path));
-  yieldWhileReading(program, in);
-  text::Needles keys{"figure", "geomCustom"};
-  // A pose may have no figure section at all: its last field then stands for the line.
-  std::string field;
-  std::string_view view;
-  for (;;) {
-    if (in.skipLines(keys, true, false) > 0) field.clear();
-    if (!in.field(view)) break;
-    field.assign(view);
-    if (contains(field, "geomCustom")) showObjExtract(form);
-    if (hasPrefix(field, "figure")) break;
-  }
-  form.TextMainOBJ.setText(behindGeometries(field));
-  enterGeometryFolder(program, program.posersFolder() + "Runtime\\Geometries");
-  listProps(program, in);
-}
+void ListPropGeometry(Program& program, const std::string& path) { listGeometry(program, path, false); }
 
-void ListPropGeometryPropFile(Program& program, const std::string& path) {
-  ui::Opening& form = program.opening;
-  text::FigureScanner in(filePath(program, path));
-  yieldWhileReading(program, in);
-  text::Needles keys{"prop"};
-  for (;;) {
-    in.skipLines(keys, true, false);
-    if (hasPrefix(in.ReadField(), "prop")) break;
-  }
-  for (int i = 0; i < 2; ++i)
-    if (contains(in.ReadField(), "geomCustom")) showObjExtract(form);
-  form.TextMainOBJ.setText(behindGeometries(in.ReadField()));
-  enterGeometryFolder(program, program.posersFolder() + "\\Runtime\\Geometries");
-  listProps(program, in);
-}
+void ListPropGeometryPropFile(Program& program, const std::string& path) { listGeometry(program, path, true); }
 
 unsigned swatchColour(const std::string& entry) {
   // First number up to the first blank, the next ones from two characters behind a blank.
@@ -144,116 +101,21 @@ unsigned swatchColour(const std::string& entry) {
   return channel(red) | channel(green) << 8 | channel(blue) << 16;
 }
 
-namespace {
-
-// Three colour numbers of a KdColor or KsColor line, times 256, in the run-time's
-// number text joined by blanks.
-std::string colourEntry(std::string_view line) {
-  std::string rest = text::LTrim(text::Mid(line, static_cast<long long>(text::InStr(line, " ")) + 1));
-  std::string entry;
-  for (int i = 0; i < 3; ++i) {
-    std::size_t blank = rest.find(' ');
-    if (i > 0) entry += ' ';
-    entry += text::StrSingle(text::Val(rest.substr(0, blank)) * 256);
-    rest = blank == std::string::npos ? std::string() : text::LTrim(rest.substr(blank));
-  }
-  return text::LTrim(entry);
-}
-
-enum class MatState { Props, ReadOne, MaterialTest, Done };
-
-// The material listing as its states: props (collecting prop names), read one (the
-// next field), material test (list the field's material).
-class MaterialReader {
- public:
-  MaterialReader(Program& program, const std::string& path)
-      : m_kind(text::FileKind(path)),
-        m_propFile(m_kind == "hr2" || m_kind == "pp2"),
-        m_in(filePath(program, path)) {
-    yieldWhileReading(program, m_in);
-  }
-
-  void run() {
-    MatState state = m_kind == "pz2" || m_kind == "fc2" ? MatState::MaterialTest : findStart();
-    while (state != MatState::Done) {
-      if (state == MatState::Props)
-        state = props();
-      else if (state == MatState::ReadOne)
-        state = readOne();
-      else
-        state = materialTest();
-    }
-    m_in.close();
-  }
-
-  std::vector<std::string> names, colours, hiLites;
-
- private:
-  MatState findStart() {
-    text::Needles start = m_propFile ? text::Needles{"figureResFile", "figure", "material"}
-                                     : text::Needles{"figureResFile", "figure"};
-    for (;;) {
-      m_in.skipLines(start, true, false);
-      m_field.assign(m_in.ReadField());
-      if (contains(m_field, "figureResFile")) return m_propFile ? MatState::MaterialTest : MatState::Props;
-      if (m_field == "figure") return MatState::ReadOne;
-      if (m_propFile && hasPrefix(m_field, "material")) return MatState::MaterialTest;
-    }
-  }
-
-  MatState props() {
-    std::string_view view;
-    m_in.skipLines(m_propKeys, true, false);
-    if (!m_in.field(view)) return MatState::Done;
-    if (hasPrefix(view, "prop")) m_propNames.push_back(text::Mid(view, 6));
-    return view == "figure" ? MatState::ReadOne : MatState::Props;
-  }
-
-  MatState readOne() {
-    std::string_view view;
-    m_in.skipLines(m_materialKeys, true, false);
-    if (!m_in.field(view)) return MatState::Props;
-    m_field.assign(view);
-    return MatState::MaterialTest;
-  }
-
-  MatState materialTest() {
-    if (!hasPrefix(m_field, "material")) return MatState::ReadOne;
-    std::string name = text::Mid(m_field, 10);
-    if (name == "Preview") return MatState::ReadOne;
-    if (std::find(m_propNames.begin(), m_propNames.end(), name) != m_propNames.end()) return MatState::Props;
-    names.push_back(name);
-    m_in.ReadField();
-    std::string kd(m_in.ReadField());
-    m_in.ReadField();
-    std::string ks(m_in.ReadField());
-    colours.push_back(colourEntry(kd));
-    hiLites.push_back(colourEntry(ks));
-    return MatState::ReadOne;
-  }
-
-  std::string m_kind;
-  bool m_propFile;
-  text::FigureScanner m_in;
-  std::string m_field;
-  std::vector<std::string> m_propNames;
-  text::Needles m_propKeys{"prop", "figure"};
-  text::Needles m_materialKeys{"material"};
-};
-
-}  // namespace
-
-void ListFileMaterials(Program& program, const std::string& path) {
+void showMaterials(Program& program, text::MaterialScan scan) {
   ui::Opening& form = program.opening;
-  MaterialReader reader(program, path);
-  reader.run();
-  appendEntries(form.ListMaterials, std::move(reader.names));
-  appendEntries(form.ListMATColors, std::move(reader.colours));
-  appendEntries(form.ListMatHiLite, std::move(reader.hiLites));
+  appendEntries(form.ListMaterials, std::move(scan.names));
+  appendEntries(form.ListMATColors, std::move(scan.colours));
+  appendEntries(form.ListMatHiLite, std::move(scan.hiLites));
   if (form.ListMATColors.listCount() > 0)
     form.PictureMatColor.setBackColor(swatchColour(form.ListMATColors.list(0)));
   if (form.ListMatHiLite.listCount() > 0)
     form.PictureMatHiLite.setBackColor(swatchColour(form.ListMatHiLite.list(0)));
+}
+
+void ListFileMaterials(Program& program, const std::string& path) {
+  text::FigureScanner in(filePath(program, path));
+  yieldWhileReading(program, in);
+  showMaterials(program, text::scanMaterials(in, text::FileKind(path)));
 }
 
 void ListMaterialsClick(Program& program) {

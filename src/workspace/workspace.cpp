@@ -3,6 +3,8 @@
 // the source pane.
 #include "workspace/workspace.h"
 
+#include <optional>
+
 #include "text/figure_scan.h"
 #include "text/figure_text.h"
 #include "workspace/line_ending_repair.h"
@@ -100,10 +102,15 @@ void showFigurePage(Program& program, const std::string& path) {
   f.ListPropObj.setForeColor(kListBlue);
 }
 
-// The geometry, the path boxes, the file label and the materials.
-void listGeometryAndMaterials(Program& program, const std::string& path, const std::string& kind) {
+// The geometry, the path boxes, the file label and the materials; from `scans` when Open
+// read them together, else each reader reads the file.
+void listGeometryAndMaterials(Program& program, const std::string& path, const std::string& kind,
+                              FigureScans* scans) {
   ui::Opening& f = program.opening;
-  if (kind == "hr2" || kind == "pp2")
+  bool propFile = kind == "hr2" || kind == "pp2";
+  if (scans)
+    showGeometry(program, scans->geometry, scans->geometryFault, geometryRoot(program, propFile));
+  else if (propFile)
     ListPropGeometryPropFile(program, path);
   else
     ListPropGeometry(program, path);
@@ -126,24 +133,38 @@ void listGeometryAndMaterials(Program& program, const std::string& path, const s
   f.ListMATColors.clear();
   f.ListMatHiLite.clear();
   f.ListMaterials.setVisible(true);
-  ListFileMaterials(program, path);
+  if (!scans) return ListFileMaterials(program, path);
+  if (scans->materialsFault) std::rethrow_exception(scans->materialsFault);
+  showMaterials(program, std::move(scans->materials));
 }
 
 // Both panes show the destination: its parts, all its channels, its maps.
-void listPartsAndChannels(Program& program, const std::string& path) {
+void listPartsAndChannels(Program& program, const std::string& path, FigureScans* scans) {
   ui::Opening& f = program.opening;
   f.LabelChannelFileName.setVisible(true);
   f.LabelChannelFileName.setCaption(displayPath(path));
   f.LabelChannelFileNameForEditor.setCaption(path);
   f.ListActors.clear();
   show({&f.ListActors, &f.LabelBodyParts}, true);
-  ListBodyParts(program, path);
+  if (!scans) {
+    ListBodyParts(program, path);
+  } else {
+    if (scans->partsFault) std::rethrow_exception(scans->partsFault);
+    showBodyParts(program, std::move(scans->parts));
+  }
   f.ListChannels.clear();
   f.ListChannels.setVisible(true);
   f.ListChannels.addItem("ALL CHANNELS");
   f.ListChannels.addItem("************************");
-  ListAllChannels(program, allChannelsPath(program));
-  ListTextureMaps(program, path);
+  if (!scans) {
+    ListAllChannels(program, allChannelsPath(program));
+    ListTextureMaps(program, path);
+    return;
+  }
+  f.ListChannels.setForeColor(0x400000);
+  if (scans->channelsFault) std::rethrow_exception(scans->channelsFault);
+  showChannels(program, std::move(scans->channels));
+  showTextures(program, scans->textures, scans->texturesFault);
 }
 
 // The tools of the figure page.
@@ -166,8 +187,14 @@ void loadFigure(Program& program, const std::string& path, int scanLines) {
   program.opening.LabelFileNameForEditor.setCaption(path);
   leadingBlankScan(program, path, scanLines);
   showFigurePage(program, path);
-  listGeometryAndMaterials(program, path, text::FileKind(path));
-  listPartsAndChannels(program, path);
+  // The lists read the file together, once. A relative path is left to the readers one
+  // by one: the geometry reader changes the current directory it is taken from.
+  std::optional<FigureScans> scans;
+  std::filesystem::path file = filePath(program, path);
+  if (text::nativePath(path).is_absolute()) scans = scanFigureTogether(program, file, text::FileKind(path));
+  FigureScans* together = scans ? &*scans : nullptr;
+  listGeometryAndMaterials(program, path, text::FileKind(path), together);
+  listPartsAndChannels(program, path, together);
   showFigureTools(program);
 }
 
