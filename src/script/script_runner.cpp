@@ -252,8 +252,12 @@ void Runner::act(const ScriptLine& line) {
     Target t = target(w[0]);
     auto* box = dynamic_cast<ui::CheckBox*>(t.control);
     if (box == nullptr) throw ScriptWrong(w[0] + " is not a check box or option");
-    box->setValue(w[1] == "on");
-    if (eventTable().has(t.form->name(), w[0].substr(w[0].find('.') + 1), EventKind::Click))
+    // An option turned on turns its group's others off; only that one clicks, while a
+    // check box clicks whichever way it goes.
+    bool on = w[1] == "on";
+    box->setValue(on);
+    bool clicks = on || box->kind() != ui::ControlKind::Option;
+    if (clicks && eventTable().has(t.form->name(), t.control->name(), EventKind::Click))
       fire(t, EventKind::Click);
   } else {
     throw ScriptWrong("unknown step " + s);
