@@ -147,14 +147,15 @@ unsigned swatchColour(const std::string& entry) {
 namespace {
 
 // Three colour numbers of a KdColor or KsColor line, times 256, in the run-time's
-// number text joined by blanks.
+// number text joined by blanks. Val gives a double, and so does the product: a value
+// shows up to 15 digits (0.333333 gives 85.333248).
 std::string colourEntry(std::string_view line) {
   std::string rest = core::LTrim(core::Mid(line, static_cast<long long>(core::InStr(line, " ")) + 1));
   std::string entry;
   for (int i = 0; i < 3; ++i) {
     std::size_t blank = rest.find(' ');
     if (i > 0) entry += ' ';
-    entry += core::StrSingle(core::Val(rest.substr(0, blank)) * 256);
+    entry += core::StrDouble(core::Val(rest.substr(0, blank)) * 256);
     rest = blank == std::string::npos ? std::string() : core::LTrim(rest.substr(blank));
   }
   return core::LTrim(entry);
