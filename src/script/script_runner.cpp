@@ -205,8 +205,8 @@ void Runner::act(const ScriptLine& line) {
   } else if (s == "exit") {
     fire(target("Opening"), EventKind::Unload);
   } else if (s == "open" || s == "open-cancel" || s == "source") {
-    m_services.preferDialog(s == "open-cancel" ? ui::ScriptedAnswer::dialogCancel()
-                                               : ui::ScriptedAnswer::dialog(file(line.rest).string()));
+    m_services.queueStepDialog(s == "open-cancel" ? ui::ScriptedAnswer::dialogCancel()
+                                                  : ui::ScriptedAnswer::dialog(file(line.rest).string()));
     fire(target(s == "source" ? "LabelOpenSource" : "MenuFileOpen"), EventKind::Click);
   } else if (s == "select") {
     if (w.size() < 2) throw ScriptWrong("select needs CONTROL I");
