@@ -65,12 +65,13 @@ void findControlBlock(Program& program, const std::string& source, CopyRun& run)
 }
 
 // The main OBJ of a figureResFile line against TextMainOBJ; false when the user cancels.
+// The line's text is taken from the word "Geometries:" on, the word included, while Open
+// fills TextMainOBJ with the text behind the word: for a figure opened as it is, the two
+// differ, so the first copy of every run asks and an OK carries the rest of the run. A
+// line without the word takes its text from position 0, an invalid argument.
 bool sameGeometry(Program& program, const std::string& line, CopyRun& run) {
-  std::size_t at = InStr(line, "Geometries:");
-  if (at == 0) text::raiseError(text::kInvalidProcedureCall, "No \"Geometries:\" in: " + line);
-  if (Mid(line, static_cast<long long>(at) + 11) == program.opening.TextMainOBJ.text() ||
-      run.geometryAccepted)
-    return true;
+  std::string geometry = Mid(line, static_cast<long long>(InStr(line, "Geometries:")));
+  if (geometry == program.opening.TextMainOBJ.text() || run.geometryAccepted) return true;
   program.setBusy(false);
   ui::msgBox(program.services,
              "You must use figures based on the same geometry; they must have the same main obj.", "Error!");

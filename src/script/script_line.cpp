@@ -12,6 +12,16 @@ std::string expandVars(const std::string& text, const std::map<std::string, std:
   std::string out;
   for (std::size_t i = 0; i < text.size();) {
     bool replaced = false;
+    // ${NAME}: the braces end the name, so that text may follow it directly.
+    if (text.compare(i, 2, "${") == 0) {
+      std::size_t close = text.find('}', i + 2);
+      auto known = close == std::string::npos ? vars.end() : vars.find(text.substr(i + 2, close - i - 2));
+      if (known != vars.end()) {
+        out += known->second;
+        i = close + 1;
+        continue;
+      }
+    }
     if (text[i] == '$') {
       for (const auto& [name, value] : ordered) {
         if (text.compare(i + 1, name.size(), name) == 0) {

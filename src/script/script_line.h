@@ -15,7 +15,7 @@ struct ScriptLine {
   std::vector<std::string> words;  // `rest` split at blanks
 };
 
-// Replaces $NAME by its value, longest names first; unknown names stay.
+// Replaces ${NAME} and $NAME by the value, longest names first; unknown names stay.
 std::string expandVars(const std::string& text, const std::map<std::string, std::string>& vars);
 // {TAB}, {CR}, {LF} to their characters.
 std::string unescape(const std::string& text);

@@ -178,7 +178,7 @@ std::string colourEntry(std::string_view line) {
   for (int i = 0; i < 3; ++i) {
     std::size_t blank = rest.find(' ');
     if (i > 0) entry += ' ';
-    entry += StrSingle(Val(rest.substr(0, blank)) * 256);
+    entry += StrDouble(Val(rest.substr(0, blank)) * 256);
     rest = blank == std::string::npos ? std::string() : LTrim(rest.substr(blank));
   }
   return LTrim(entry);

@@ -30,7 +30,9 @@ struct MaterialScan {
   std::vector<std::string> names, colours, hiLites;
 };
 MaterialScan scanMaterials(FigureScanner& in, const std::string& kind);
-// Three colour numbers of a KdColor or KsColor line, times 256, joined by blanks.
+// Three colour numbers of a KdColor or KsColor line, times 256, joined by blanks. Val
+// gives a double, and so does the product: a value shows up to 15 digits (0.333333 gives
+// 85.333248).
 std::string colourEntry(std::string_view line);
 
 // The main geometry and the props' geometry files.

@@ -107,6 +107,16 @@ std::string ListBox::text() const {
                                                        : std::string();
 }
 
+void OptionButton::setValue(bool v) {
+  if (v && form() != nullptr)
+    for (Control* c : form()->controls()) {
+      auto* sibling = dynamic_cast<OptionButton*>(c);
+      if (sibling != nullptr && sibling != this && sibling->m_container == m_container)
+        sibling->CheckBox::setValue(false);
+    }
+  CheckBox::setValue(v);
+}
+
 void ComboBox::addItem(const std::string& item) {
   m_items.push_back(item);
   changed();

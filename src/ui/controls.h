@@ -143,7 +143,7 @@ class CheckBox : public Control {
   CheckBox(Form* form, std::string name, ControlKind kind = ControlKind::CheckBox)
       : Control(form, std::move(name), kind) {}
   bool value() const { return m_value; }
-  void setValue(bool v) { set(m_value, v); }
+  virtual void setValue(bool v) { set(m_value, v); }
   const std::string& caption() const { return m_caption; }
   void setCaption(const std::string& v) { set(m_caption, v); }
 
@@ -152,9 +152,19 @@ class CheckBox : public Control {
   std::string m_caption;
 };
 
+class Frame;
+
+// Option buttons with the same container, a frame or the form itself (nullptr), are one
+// group: turning one on turns the others off, as the window's radio buttons do.
 class OptionButton : public CheckBox {
  public:
-  OptionButton(Form* form, std::string name) : CheckBox(form, std::move(name), ControlKind::Option) {}
+  OptionButton(Form* form, std::string name, const Frame* container = nullptr)
+      : CheckBox(form, std::move(name), ControlKind::Option), m_container(container) {}
+  const Frame* container() const { return m_container; }
+  void setValue(bool v) override;
+
+ private:
+  const Frame* m_container;
 };
 
 class MenuItem : public Control {

@@ -122,8 +122,8 @@ class Opening : public Form {
   Slider SliderOBJScale{this, "SliderOBJScale", 1, 1000};
   CheckBox CheckOBJBatch{this, "CheckOBJBatch"};
   Frame FrameMash{this, "FrameMash"};
-  OptionButton OptionMashOBJ{this, "OptionMashOBJ"};
-  OptionButton OptionMashMorph{this, "OptionMashMorph"};
+  OptionButton OptionMashOBJ{this, "OptionMashOBJ", &FrameMash};
+  OptionButton OptionMashMorph{this, "OptionMashMorph", &FrameMash};
 
   // The frames that carry the figure page.
   Frame FrameFigurePage{this, "FrameFigurePage"};

@@ -1,5 +1,6 @@
 #include "ui/scripted_services.h"
 
+#include <algorithm>
 #include <fstream>
 
 namespace tolvane::ui {
@@ -113,8 +114,13 @@ void ScriptedServices::clearRecords() {
   m_beeps = m_tileCloses = m_yields = 0;
 }
 
+void ScriptedServices::queueStepDialog(ScriptedAnswer answer) {
+  answer.stepDialog = true;
+  queue(std::move(answer));
+}
+
 ScriptedAnswer ScriptedServices::next(ScriptedAnswer::Kind kind, const std::string& what) {
-  if (m_answers.empty())
+  if (m_answers.empty() || m_answers.front().stepDialog)
     throw UnexpectedPrompt("unanswered " + std::string(kindName(kind)) + ": " + what);
   ScriptedAnswer a = std::move(m_answers.front());
   m_answers.pop_front();
@@ -140,10 +146,11 @@ std::optional<std::string> ScriptedServices::fileDialog(const FileDialogRequest&
   m_dialogs.push_back(request);
   const char* kind = request.kind == FileDialogRequest::Kind::Open ? "open" : "save";
   std::string start = request.startFolder.string();
+  auto own = std::find_if(m_answers.begin(), m_answers.end(), [](const auto& a) { return a.stepDialog; });
   ScriptedAnswer a;
-  if (m_preferredDialog) {
-    a = std::move(*m_preferredDialog);
-    m_preferredDialog.reset();
+  if (request.kind == FileDialogRequest::Kind::Open && own != m_answers.end()) {
+    a = std::move(*own);
+    m_answers.erase(own);
   } else {
     a = next(ScriptedAnswer::Kind::Dialog, std::string(kind) + " " + start);
   }

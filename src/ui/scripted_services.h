@@ -31,6 +31,7 @@ struct ScriptedAnswer {
   Answer button = Answer::OK;
   std::string value;  // dialog path, typed text, print output path
   Colour colour = 0;
+  bool stepDialog = false;  // the answer of a step that raises its own open dialog
 
   static ScriptedAnswer message(std::string title, std::string text, Answer button);
   static ScriptedAnswer anyMessage(Answer button);
@@ -49,9 +50,11 @@ class ScriptedServices : public Services {
   ScriptedServices() = default;
 
   void queue(ScriptedAnswer answer) { m_answers.push_back(std::move(answer)); }
-  // An answer for the very next file dialog, ahead of the queue: the dialog that a
-  // command such as File, Open raises first of all.
-  void preferDialog(ScriptedAnswer answer) { m_preferredDialog = std::move(answer); }
+  // The dialog answer of a step such as File, Open, queued behind the answers already
+  // there. The prompts that come before the step's open dialog take those in order; the
+  // open dialog takes this answer wherever it stands, and the answers still ahead of it
+  // go on to the prompts that follow the dialog.
+  void queueStepDialog(ScriptedAnswer answer);
   // Shorthands for tests.
   void answer(Answer button) { queue(ScriptedAnswer::anyMessage(button)); }
   void expect(std::string title, std::string text, Answer button = Answer::OK) {
@@ -61,7 +64,7 @@ class ScriptedServices : public Services {
   void cancelDialog() { queue(ScriptedAnswer::dialogCancel()); }
   void input(std::string text) { queue(ScriptedAnswer::input(std::move(text))); }
 
-  std::size_t pending() const { return m_answers.size() + (m_preferredDialog ? 1 : 0); }
+  std::size_t pending() const { return m_answers.size(); }
   const std::vector<Message>& messages() const { return m_messages; }
   const std::vector<FileDialogRequest>& dialogs() const { return m_dialogs; }
   const std::vector<PrintJob>& printed() const { return m_printed; }
@@ -98,7 +101,6 @@ class ScriptedServices : public Services {
   ScriptedAnswer next(ScriptedAnswer::Kind kind, const std::string& what);
 
   std::deque<ScriptedAnswer> m_answers;
-  std::optional<ScriptedAnswer> m_preferredDialog;
   std::vector<Message> m_messages;
   std::vector<FileDialogRequest> m_dialogs;
   std::vector<PrintJob> m_printed;

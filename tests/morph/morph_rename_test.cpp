@@ -11,13 +11,13 @@ using ui::Answer;
 
 class MorphRenameTest : public DestinationTest {
  protected:
-  // The first click offers the kinds; the option is chosen before the second.
+  // The first click offers the kinds; the user turns one option on before the second,
+  // and that turns the other off.
   void chooseKind(bool bodyPart) {
     fire("PictureRenameMorph", EventKind::Click);
     ASSERT_TRUE(f.OptionChannelRename.visible());
     ASSERT_TRUE(f.OptionBodyPartRename.visible());
-    f.OptionChannelRename.setValue(!bodyPart);
-    f.OptionBodyPartRename.setValue(bodyPart);
+    (bodyPart ? f.OptionBodyPartRename : f.OptionChannelRename).setValue(true);
   }
 };
 
@@ -42,7 +42,9 @@ TEST_F(MorphRenameTest, RenamesTheFirstMorphOfThatNameInTheFile) {
 
 TEST_F(MorphRenameTest, BodyPartRenameCutsEveryLineThatHoldsTheName) {
   selectActor("chest");
+  ASSERT_TRUE(f.OptionChannelRename.value());  // as the form comes up
   chooseKind(true);
+  EXPECT_FALSE(f.OptionChannelRename.value());
   services.input("torso");
   services.expect(
       "Success!",

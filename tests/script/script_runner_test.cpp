@@ -37,6 +37,9 @@ TEST(ScriptLine, QuotedTextsAndVariables) {
   ASSERT_TRUE(quoted(R"(X "a{TAB}b{CR}{LF}")", a));
   EXPECT_EQ(a, "a\tb\r\n");
   EXPECT_EQ(expandVars("$WORK/x $WORKER", {{"WORK", "/w"}, {"WORKER", "/k"}}), "/w/x /k");
+  // Braces end a name, so that text may follow it; an unknown name stays as written.
+  EXPECT_EQ(expandVars("${WORK}Notes.txt ${WORK}ER ${NOPE} $", {{"WORK", "/w"}, {"WORKER", "/k"}}),
+            "/wNotes.txt /wER ${NOPE} $");
   std::string before, answer;
   ASSERT_TRUE(arrow(R"(msg "A" "B -> C" -> Yes)", before, answer));
   EXPECT_EQ(answer, "Yes");
@@ -90,6 +93,31 @@ check-entry ListMRU 0 "/f/b.cr2"
   EXPECT_NE(r.out.find("msg \"About Tolvane\""), std::string::npos) << r.out;
   EXPECT_NE(r.out.find("7 passed, 1 failed"), std::string::npos) << r.out;
   EXPECT_NE(r.out.find("FAILED line 13"), std::string::npos) << r.out;
+}
+
+// Exit appends the notes to the program's folder and "Notes.txt" with no separator:
+// ${WORK} glued to the name finds the file. The check files expand variables too, and a
+// message line ending in "..." is a prefix.
+TEST(ScriptRunner, VariablesInArgumentsAndCheckFiles) {
+  TempDir dir;
+  writeFile(dir / "mru.txt", "$CWD/a.cr2\n");
+  writeFile(dir / "messages.txt", "About Tolvane|Tolvane{CR}Ver. 5.0...\n");
+  writeFile(dir / "wrong.txt", "About Tolvane|Tolvane{CR}Ver. 6...\n");
+  RunResult r = run(dir, R"(setting Startup PLoc /nowhere/
+setting MRUFiles 0 ${CWD}/a.cr2
+start
+check-list ListMRU mru.txt
+msg-any -> OK
+menu MenuAbout
+check-messages messages.txt
+check-messages wrong.txt
+type TextOpeningNotes "check the lShin morph"
+exit
+check-exists ${WORK}Notes.txt
+)");
+  EXPECT_EQ(r.code, kCheckFailed) << r.out << r.err;
+  EXPECT_NE(r.out.find("3 passed, 1 failed"), std::string::npos) << r.out;
+  EXPECT_NE(r.out.find("FAILED line 8"), std::string::npos) << r.out;
 }
 
 TEST(ScriptRunner, TheBinaryRunsAScript) {

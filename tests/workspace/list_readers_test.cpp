@@ -19,7 +19,7 @@ TEST(ListReaders, FigureFillsEveryListAndShowsItsDetailsOnDemand) {
                            "head:1*Smile^ 165@Smile", "head:1*Frown^ 165@Frown"},
                .materials = {"skin", "eyes", "lips"},
                .colours = {"256  204.8  153.6", "51.2  102.4  153.6", "192  64  128"},
-               .hiLites = {"40.15693  33.12947  25.09804", "256  256  256", "128  128  128"},
+               .hiLites = {"40.156928  33.129472  25.0980352", "256  256  256", "128  128  128"},
                .texMaps = {"\":Runtime:textures:Tolv:skin.jpg\"", ":Runtime:textures:Tolv:eyes.jpg",
                            "GetStringRes(1029"},
                .props = {"Tolv:ball.obj", "Gem:1 Custom Geometry in CR2"},
@@ -149,8 +149,8 @@ TEST(WorkspaceSamples, Figure) {
             (Entries{"256  256  256", "204.8  89.6  102.4", "230.4  230.4  243.2", "25.6  20.48  15.36",
                      "64  46.08  25.6", "243.2  204.8  204.8", "217.6  166.4  51.2"}));
   EXPECT_EQ(f.ListMatHiLite.items(),
-            (Entries{"40.15693  33.12947  25.09804", "102.4  76.8  76.8", "256  256  256", "0  0  0",
-                     "10.03922  10.03922  10.03922", "153.6  153.6  153.6", "256  230.4  128"}));
+            (Entries{"40.156928  33.129472  25.0980352", "102.4  76.8  76.8", "256  256  256", "0  0  0",
+                     "10.0392192  10.0392192  10.0392192", "153.6  153.6  153.6", "256  230.4  128"}));
   // Preview stands last among the materials, so its NO_MAP values are the boxes' values.
   EXPECT_EQ(f.ListAllTexMaps.items(),
             (Entries{":Runtime:textures:Tolvane:ava_skin.bmp", "\":Runtime:textures:Tolvane:ava_lips.bmp\"",
