@@ -151,13 +151,13 @@ ChannelScan scanChannels(FigureScanner& in, bool hair) {
       if (!in.rawLine(line)) break;
       ++count;
       if (hasPrefix(line, "actor")) {
-        part = Mid(line, 7);
+        part = ActorName(line);
         partLine = count - 1;
       } else if (!(hair && hasPrefix(line, "prop"))) {
         continue;
       }
     } else {
-      part = Mid(header, 7);
+      part = ActorName(header);
       partLine = count - 1;
     }
     header.clear();
