@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "text/disk.h"
 #include "text/runtime_error.h"
 
 namespace tolvane::text {
@@ -19,7 +20,7 @@ void LineWriter::failAfterBytesForTesting(std::int64_t bytes) { g_failAfter = by
 
 LineWriter::LineWriter(const std::filesystem::path& path, Mode mode) : m_path(path) {
   int flags = O_WRONLY | O_CREAT | O_CLOEXEC | (mode == Mode::Append ? O_APPEND : O_TRUNC);
-  m_fd = ::open(path.c_str(), flags, 0666);
+  m_fd = disk::openForWriting(path, flags, 0666);
   if (m_fd < 0) raiseError(errorNumberFromErrno(errno, true), path.string());
   m_buffer.resize(kBufferSize);
 }
@@ -54,13 +55,19 @@ void LineWriter::flush() {
       if (g_failAfter == 0) raiseError(kDiskFull, m_path.string());
       chunk = std::min<std::size_t>(chunk, static_cast<std::size_t>(g_failAfter));
     }
-    ssize_t n = ::write(m_fd, m_buffer.data() + done, chunk);
+    ssize_t n = disk::write(m_fd, m_buffer.data() + done, chunk);
     if (n < 0 && errno == EINTR) continue;
     if (n < 0) raiseError(errorNumberFromErrno(errno, true), m_path.string());
     if (g_failAfter >= 0) g_failAfter -= n;
     done += static_cast<std::size_t>(n);
   }
   m_used = 0;
+}
+
+void LineWriter::flushToDevice() {
+  if (m_fd < 0) raiseError(kBadFileNameOrNumber, m_path.string());
+  flush();
+  if (disk::flushToDevice(m_fd) != 0) raiseError(errorNumberFromErrno(errno, true), m_path.string());
 }
 
 void LineWriter::close() {
@@ -72,7 +79,7 @@ void LineWriter::close() {
     m_fd = -1;
     throw;
   }
-  int rc = ::close(m_fd);
+  int rc = disk::close(m_fd);
   m_fd = -1;
   if (rc != 0) raiseError(errorNumberFromErrno(errno, true), m_path.string());
 }

@@ -22,6 +22,8 @@ class LineWriter {
 
   void WriteLine(std::string_view text);
   void write(std::string_view bytes);  // bytes as they stand, no line ending
+  // Writes what is buffered and waits until the file's bytes are on the device.
+  void flushToDevice();
   void close();
   bool isOpen() const { return m_fd >= 0; }
   const std::filesystem::path& path() const { return m_path; }

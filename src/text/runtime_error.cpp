@@ -18,6 +18,7 @@ std::string errorText(int number) {
     case kFileAlreadyExists: return "File already exists";
     case kDiskFull: return "Disk full";
     case kInputPastEndOfFile: return "Input past end of file";
+    case kBadFileName: return "Bad file name";
     case kPermissionDenied: return "Permission denied";
     case kPathFileAccessError: return "Path/File access error";
     case kPathNotFound: return "Path not found";
@@ -57,6 +58,7 @@ int errorNumberFromErrno(int err, bool forWrite) {
     case EEXIST: return kFileAlreadyExists;
     case EISDIR: return kPathFileAccessError;
     case EIO: return kDeviceIOError;
+    case ENAMETOOLONG: return kBadFileName;
     default: return kPathFileAccessError;
   }
 }

@@ -22,6 +22,7 @@ enum ErrorNumber : int {
   kFileAlreadyExists = 58,
   kDiskFull = 61,
   kInputPastEndOfFile = 62,
+  kBadFileName = 64,
   kPermissionDenied = 70,
   kPathFileAccessError = 75,
   kPathNotFound = 76,

@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstdio>
 
+#include "text/disk.h"
 #include "text/runtime_error.h"
 #include "text/scratch_move.h"
 
@@ -16,7 +17,7 @@ void killFile(const std::filesystem::path& path) {
   if (::stat(path.c_str(), &st) != 0) raiseError(kFileNotFound, path.string());
   if (S_ISDIR(st.st_mode)) raiseError(kPathFileAccessError, path.string());
   if ((st.st_mode & S_IWUSR) == 0) raiseError(kPathFileAccessError, path.string());
-  if (::unlink(path.c_str()) != 0) raiseError(errorNumberFromErrno(errno, true), path.string());
+  if (disk::unlink(path) != 0) raiseError(errorNumberFromErrno(errno, true), path.string());
 }
 
 void deleteIgnoringErrors(const std::filesystem::path& path) {
@@ -27,7 +28,7 @@ void renameFile(const std::filesystem::path& from, const std::filesystem::path& 
   struct stat st {};
   if (::stat(from.c_str(), &st) != 0) raiseError(kFileNotFound, from.string());
   if (::stat(to.c_str(), &st) == 0) raiseError(kFileAlreadyExists, to.string());
-  if (::rename(from.c_str(), to.c_str()) != 0) {
+  if (disk::rename(from, to) != 0) {
     raiseError(errno == EXDEV ? kPathFileAccessError : errorNumberFromErrno(errno, true), to.string());
   }
 }
@@ -57,13 +58,13 @@ bool isReadOnly(const std::filesystem::path& path) {
 void clearReadOnly(const std::filesystem::path& path) {
   struct stat st {};
   if (::stat(path.c_str(), &st) != 0) raiseError(kFileNotFound, path.string());
-  if (::chmod(path.c_str(), st.st_mode | S_IWUSR) != 0) raiseError(kPermissionDenied, path.string());
+  if (disk::chmod(path, st.st_mode | S_IWUSR) != 0) raiseError(kPermissionDenied, path.string());
 }
 
 void setReadOnly(const std::filesystem::path& path) {
   struct stat st {};
   if (::stat(path.c_str(), &st) != 0) raiseError(kFileNotFound, path.string());
-  if (::chmod(path.c_str(), st.st_mode & ~(S_IWUSR | S_IWGRP | S_IWOTH)) != 0)
+  if (disk::chmod(path, st.st_mode & ~(S_IWUSR | S_IWGRP | S_IWOTH)) != 0)
     raiseError(kPermissionDenied, path.string());
 }
 

@@ -1,14 +1,15 @@
 #include "workspace/line_ending_repair.h"
 
-#include <fcntl.h>
-#include <unistd.h>
+#include <algorithm>
+#include <memory>
 
-#include <cerrno>
-
+#include "text/disk.h"
 #include "text/figure_text.h"
 #include "text/line_writer.h"
+#include "text/read_only_file.h"
 #include "text/runtime_error.h"
 #include "text/scratch_file.h"
+#include "text/scratch_move.h"
 #include "program/program.h"
 #include "ui/services.h"
 
@@ -19,40 +20,73 @@ namespace repair {
 namespace {
 constexpr std::size_t kTestWindow = 200;
 constexpr std::size_t kBlockSize = 2048;
+constexpr std::size_t kReadSize = 1 << 20;
 
-// A read-only file handle that closes itself.
-class InputFile {
+// The conversion's text rules over blocks of 2,048 bytes. The text not yet written
+// starts at `m_start`; up to `m_clean` it is known to hold no line end, so every byte
+// is searched once and the work stays linear however long a line is.
+class Converter {
  public:
-  explicit InputFile(const std::filesystem::path& path) : m_path(path) {
-    m_fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (m_fd < 0) text::raiseError(text::errorNumberFromErrno(errno, false), path.string());
-  }
-  ~InputFile() { ::close(m_fd); }
-  std::size_t read(char* into, std::size_t size) {
-    for (;;) {
-      ssize_t n = ::read(m_fd, into, size);
-      if (n < 0 && errno == EINTR) continue;
-      if (n < 0) text::raiseError(text::kDeviceIOError, m_path.string());
-      return static_cast<std::size_t>(n);
+  Converter(text::LineWriter& out, const std::filesystem::path& source, std::size_t longestLine)
+      : m_out(out), m_source(source), m_longest(longestLine) {}
+
+  void block(std::string_view bytes) {
+    m_buffer.append(bytes);
+    while (m_buffer.size() - m_start > 1) {
+      std::size_t lf = m_buffer.find('\n', std::max(m_clean, m_start));
+      if (lf == std::string::npos) {
+        splitAtCarriageReturns();
+        break;
+      }
+      // The character before the line feed decides whether a carriage return goes too;
+      // a line feed in first place has no character before it, which is an error.
+      if (lf == m_start) text::raiseError(text::kInvalidProcedureCall, m_source.string());
+      std::size_t end = m_buffer[lf - 1] == '\r' ? lf - 1 : lf;
+      m_out.WriteLine(std::string_view(m_buffer).substr(m_start, end - m_start));
+      std::size_t cut = lf + 1;
+      if (cut < m_buffer.size() && m_buffer[cut] == '\n') ++cut;
+      m_start = m_clean = cut;
     }
+    compact();
   }
 
  private:
-  std::filesystem::path m_path;
-  int m_fd;
+  // No line feed in the text left: every carriage return ends a line.
+  void splitAtCarriageReturns() {
+    for (std::size_t cr = m_buffer.find('\r', std::max(m_clean, m_start)); cr != std::string::npos;
+         cr = m_buffer.find('\r', m_start)) {
+      m_out.WriteLine(std::string_view(m_buffer).substr(m_start, cr - m_start));
+      m_start = cr + 1;
+    }
+    m_clean = m_buffer.size();
+  }
+
+  void compact() {
+    if (m_start > kReadSize || m_start * 2 > m_buffer.size()) {
+      m_buffer.erase(0, m_start);
+      m_clean -= m_start;
+      m_start = 0;
+    }
+    if (m_buffer.size() - m_start > m_longest)
+      throw text::RuntimeError(text::kInvalidProcedureCall,
+                               "A line of this file is longer than " + std::to_string(m_longest >> 20) +
+                                   " MB: it cannot be repaired, and the file is left as it was.",
+                               m_source.string());
+  }
+
+  text::LineWriter& m_out;
+  std::filesystem::path m_source;
+  std::size_t m_longest;
+  std::string m_buffer;
+  std::size_t m_start = 0;
+  std::size_t m_clean = 0;
 };
 }  // namespace
 
 bool headHasCrLf(const std::filesystem::path& path) {
-  InputFile in(path);
+  text::ReadOnlyFile in(path);
   std::string head(kTestWindow, '\0');
-  std::size_t got = 0;
-  while (got < kTestWindow) {
-    std::size_t n = in.read(head.data() + got, kTestWindow - got);
-    if (n == 0) break;
-    got += n;
-  }
-  head.resize(got);
+  head.resize(in.readAt(0, head.data(), kTestWindow));
   return head.find("\r\n") != std::string::npos;
 }
 
@@ -65,63 +99,61 @@ std::string BackupName(const std::string& path) {
          ".bak";
 }
 
-void convertLineEndings(const std::filesystem::path& source, const std::filesystem::path& scratch) {
-  InputFile in(source);
+void convertLineEndings(const std::filesystem::path& source, const std::filesystem::path& scratch,
+                        std::size_t longestLine) {
+  text::ReadOnlyFile in(source);
   text::LineWriter out(scratch, text::LineWriter::Mode::Append);
-  std::string buffer;
-  std::vector<char> block(kBlockSize);
-  // The buffer's head up to `clean` is known to hold no line feed; only what a new
-  // block brought is searched, so a file without line feeds stays linear.
-  std::size_t clean = 0;
-  for (;;) {
-    std::size_t n = in.read(block.data(), kBlockSize);
+  Converter convert(out, source, longestLine);
+  std::unique_ptr<char[]> chunk(new char[kReadSize]);
+  for (std::uint64_t at = 0;;) {
+    std::size_t n = in.readAt(at, chunk.get(), kReadSize);
     if (n == 0) break;
-    buffer.append(block.data(), n);
-    while (1 < buffer.size()) {
-      std::size_t lf = buffer.find('\n', clean);
-      if (lf == std::string::npos) {
-        // No line feed: every carriage return ends a line.
-        std::size_t start = 0;
-        for (std::size_t cr = buffer.find('\r'); cr != std::string::npos; cr = buffer.find('\r', start)) {
-          out.WriteLine(std::string_view(buffer).substr(start, cr - start));
-          start = cr + 1;
-        }
-        buffer.erase(0, start);
-        clean = buffer.size();
-        break;
-      }
-      // The character before the line feed decides whether a carriage return goes too;
-      // a line feed in first place has no character before it, which is an error.
-      if (lf == 0) text::raiseError(text::kInvalidProcedureCall, source.string());
-      std::size_t end = buffer[lf - 1] == '\r' ? lf - 1 : lf;
-      out.WriteLine(std::string_view(buffer).substr(0, end));
-      std::size_t cut = lf + 1;
-      if (cut < buffer.size() && buffer[cut] == '\n') ++cut;
-      buffer.erase(0, cut);
-      clean = 0;
-    }
+    at += n;
+    for (std::size_t i = 0; i < n; i += kBlockSize)
+      convert.block(std::string_view(chunk.get() + i, std::min(kBlockSize, n - i)));
   }
   out.close();
+}
+
+std::filesystem::path keepOlderBackup(const std::filesystem::path& backup) {
+  std::string name = backup.filename().string();
+  std::string stem = name.size() > 4 ? name.substr(0, name.size() - 4) : name;
+  for (int n = 1;; ++n) {
+    std::filesystem::path older = backup.parent_path() / (stem + "." + std::to_string(n) + ".bak");
+    std::error_code ec;
+    if (!std::filesystem::exists(std::filesystem::symlink_status(older, ec))) {
+      text::renameFile(backup, older);
+      return older;
+    }
+  }
 }
 
 }  // namespace repair
 
 namespace {
 
-// Steps shared by both versions once the user agreed: convert into the scratch name,
-// then swap the files with errors ignored. Returns the backup name.
+// Steps shared by both versions once the user agreed: convert into the scratch name
+// beside the file, keep the original under the backup name (an older backup of that
+// name moves to a numbered name), then the converted text replaces the file in one step.
+// A failure on the way leaves the file as it was and no scratch file. Returns the
+// backup name.
 std::string convertAndSwap(Program& program, const std::string& path, const std::string& temp) {
   std::filesystem::path tempPath = text::nativePath(temp);
   if (tempPath.is_relative()) tempPath = program.currentDir / tempPath;
+  std::filesystem::path file = text::nativePath(path);
+  std::string backup = repair::BackupName(path);
+  std::filesystem::path backupPath = text::nativePath(backup);
   text::deleteIgnoringErrors(tempPath);
   program.setBusy(true);
-  repair::convertLineEndings(text::nativePath(path), tempPath);
-  std::string backup = repair::BackupName(path);
-  std::filesystem::path file = text::nativePath(path);
-  std::filesystem::path backupPath = text::nativePath(backup);
-  text::ignoreErrors([&] { text::killFile(backupPath); });
-  text::ignoreErrors([&] { text::renameFile(file, backupPath); });
-  text::ignoreErrors([&] { text::renameFile(tempPath, file); });
+  try {
+    repair::convertLineEndings(file, tempPath);
+    if (std::filesystem::exists(std::filesystem::symlink_status(backupPath))) repair::keepOlderBackup(backupPath);
+    if (text::disk::link(file, backupPath) != 0) text::copyFileSafely(file, backupPath);
+    text::replaceAtomically(tempPath, file);
+  } catch (...) {
+    text::deleteIgnoringErrors(tempPath);
+    throw;
+  }
   program.setBusy(false);
   return backup;
 }
