@@ -74,6 +74,10 @@ class ScriptedServices : public Services {
   int tileCloses() const { return m_tileCloses; }
   int yields() const { return m_yields; }
   void clearRecords();
+  // With `on`, a run-time error report is answered OK without an answer queued, and
+  // counted: the user of a test that makes the disk fail at every step in turn.
+  void answerRunTimeErrors(bool on) { m_answerReports = on; }
+  int runTimeErrorReports() const { return m_reports; }
 
   // Where each prompt is echoed as the runner prints it; none by default.
   void setEcho(std::ostream* echo) { m_echo = echo; }
@@ -107,6 +111,8 @@ class ScriptedServices : public Services {
   std::vector<std::string> m_sounds;
   std::vector<std::string> m_processes;
   int m_beeps = 0;
+  bool m_answerReports = false;
+  int m_reports = 0;
   int m_tileCloses = 0;
   int m_yields = 0;
   std::ostream* m_echo = nullptr;

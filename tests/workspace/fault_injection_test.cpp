@@ -1,0 +1,75 @@
+// Every disk operation of the workspace's writers fails in turn (a full disk, an I/O
+// error, a refused permission): the user's files stay as they were or become exactly
+// what the writer makes, and no other file is left beside them.
+#include <gtest/gtest.h>
+
+#include <cerrno>
+
+#include "fault_walk.h"
+#include "text/figure_text.h"
+#include "workspace_fixture.h"
+
+namespace tolvane::test {
+namespace {
+
+const std::filesystem::path kSave = std::filesystem::path(TOLVANE_TEST_DATA) / "workspace" / "save";
+const int kErrors[] = {ENOSPC, EIO, EACCES};
+
+// A figure opened on the figure page, its folder the user's.
+struct OpenedFigure {
+  OpenedFigure() {
+    file = copyInto(kSave / "figure.cr2", w.t.files());
+    w.open(file, {kMoreThanOneMap});
+  }
+  TestProgram& program() { return w.t; }
+  std::filesystem::path userFolder() { return w.t.files(); }
+  void handEdit(ui::TextBox& box, const std::string& text) {
+    box.setText(text);
+    fireEvent(*w.t, "Opening", box.name(), EventKind::DblClick);
+  }
+  WorkspaceFixture w;
+  std::filesystem::path file;
+};
+
+// The same figure with bare line feeds, not yet opened.
+struct LineFeedFigure {
+  LineFeedFigure() {
+    file = w.t.files() / "fig.cr2";
+    writeFile(file, text::Replace(readFile(kSave / "figure.cr2"), "\r\n", "\n"));
+  }
+  TestProgram& program() { return w.t; }
+  std::filesystem::path userFolder() { return w.t.files(); }
+  WorkspaceFixture w;
+  std::filesystem::path file;
+};
+
+TEST(WorkspaceFaults, SaveAndSaveAsOfThePathBoxes) {
+  for (const char* menu : {"MenuFileSave", "MenuFileSaveAs"}) {
+    for (int error : kErrors) {
+      SCOPED_TRACE(std::string(menu) + " with errno " + std::to_string(error));
+      walkFaults<OpenedFigure>(error, [menu](OpenedFigure& f) {
+        f.handEdit(f.w.form().TextMainBump, "C:\\tex\\b.jpg");
+        f.w.t.services.dialog(f.file.string());
+        fireEvent(*f.w.t, "Opening", menu, EventKind::Click);
+      });
+    }
+  }
+}
+
+TEST(WorkspaceFaults, OpenWithTheLineEndingRepair) {
+  for (int error : kErrors) {
+    SCOPED_TRACE("errno " + std::to_string(error));
+    walkFaults<LineFeedFigure>(error, [](LineFeedFigure& f) {
+      ui::ScriptedServices& s = f.w.t.services;
+      s.dialog(f.file.string());
+      s.answer(ui::Answer::OK);  // back up and continue
+      s.answer(ui::Answer::OK);  // please wait
+      s.answer(ui::Answer::OK);  // converted
+      s.answer(ui::Answer::OK);  // more than one texture map
+      fireEvent(*f.w.t, "Opening", "MenuFileOpen", EventKind::Click);
+    });
+  }
+}
+
+}  // namespace
+}  // namespace tolvane::test
