@@ -131,6 +131,14 @@ struct Bench {
     ::sync();
     return timed([&] { require(std::system(command.c_str()) == 0, "cp failed"); });
   }
+
+  // cp with the copy flushed to the device, as every tool's replace flushes the new text.
+  double cpFlushed() {
+    std::string command = "cp '" + dest.string() + "' '" + (dir / "cp.cr2").string() + "' && sync -d '" +
+                          (dir / "cp.cr2").string() + "'";
+    ::sync();
+    return timed([&] { require(std::system(command.c_str()) == 0, "cp failed"); });
+  }
 };
 
 int run(int argc, char** argv) {
@@ -139,7 +147,7 @@ int run(int argc, char** argv) {
   b.cp();  // brings the file into the page cache
   // Best of three rounds; every tool must have replaced the file: its length changes.
   constexpr int kRounds = 3;
-  double cp = 1e9;
+  double cp = 1e9, cpFlushed = 1e9;
   struct Row {
     const char* name;
     double time;
@@ -150,6 +158,7 @@ int run(int argc, char** argv) {
     // copy: each round starts from the generated figure.
     fs::copy_file(b.pristine, b.dest, fs::copy_options::overwrite_existing);
     cp = std::min(cp, b.cp());
+    cpFlushed = std::min(cpFlushed, b.cpFlushed());
     auto before = size();
     rows[0].time = std::min(rows[0].time, b.copy());
     require(size() > before, "the copy did not replace the file");
@@ -161,10 +170,10 @@ int run(int argc, char** argv) {
     require(size() < before, "the removal did not replace the file");
   }
   require(b.services.pending() == 0, "a tool did not ask what the benchmark answers");
-  std::printf("best of %d rounds\ncp          %7.3f s\n", kRounds, cp);
+  std::printf("best of %d rounds\ncp          %7.3f s\ncp + flush  %7.3f s\n", kRounds, cp, cpFlushed);
   bool ok = true;
   for (const auto& r : rows) {
-    std::printf("%-11s %7.3f s  %5.2fx cp\n", r.name, r.time, r.time / cp);
+    std::printf("%-11s %7.3f s  %5.2fx cp  %5.2fx cp + flush\n", r.name, r.time, r.time / cp, r.time / cpFlushed);
     ok = ok && r.time < 2.0 && r.time < 5 * cp;
   }
   std::printf("%s\n", ok ? "within the aim (under 2 s and 5x cp)" : "OUTSIDE the aim (under 2 s and 5x cp)");
