@@ -97,6 +97,18 @@ void MainWindow::buildMenus() {
   m_pending.emplace_back(&o.MenuNotepad, menuAction(tools));
   m_pending.emplace_back(&o.MenuNotebook, menuAction(tools));
 
+  QMenu* library = menuBar()->addMenu(QString());
+  m_pending.emplace_back(&o.MenuLibrary, library);
+  m_menus["MenuLibrary"] = library;
+  QMenu* master = library->addMenu(QString());
+  m_pending.emplace_back(&o.MenuMasterCR2, master);
+  for (ui::MenuItem* item : {&o.MenuP3Male, &o.MenuP3Female, &o.MenuP4Male, &o.MenuP4Female, &o.MenuVic})
+    m_pending.emplace_back(item, menuAction(master));
+  master->addSeparator();
+  m_pending.emplace_back(&o.MenuAnyMasterStandard, menuAction(master));
+  m_pending.emplace_back(&o.MenuAnyMasterNoFBM, menuAction(master));
+  m_pending.emplace_back(&o.menuNullFig, menuAction(library));
+
   QMenu* help = menuBar()->addMenu(QString());
   m_pending.emplace_back(&o.MenuHelp, help);
   m_menus["MenuHelp"] = help;

@@ -23,6 +23,9 @@ class Opening : public Form {
   std::string SelectedPart;
   int MRUCount = 0;
   bool ExtraMaterialsMode = false;
+  // The folder the master CR2 tool wrote to last: the stock figures' library root, or
+  // empty for a master of the open file.
+  std::string MasterLibPath;
 
   // Menus.
   MenuItem MenuFile{this, "MenuFile", "&File"};
@@ -39,6 +42,16 @@ class Opening : public Form {
   MenuItem MenuPropTexRel{this, "MenuPropTexRel", "Prop Texture File Relocator"};
   MenuItem MenuNotepad{this, "MenuNotepad", "&Notepad"};
   MenuItem MenuNotebook{this, "MenuNotebook", "Open Note&book"};
+  MenuItem MenuLibrary{this, "MenuLibrary", "&Library Files"};
+  MenuItem MenuMasterCR2{this, "MenuMasterCR2", "&Master CR2"};
+  MenuItem MenuP3Male{this, "MenuP3Male", "P3 Male"};
+  MenuItem MenuP3Female{this, "MenuP3Female", "P3 Female"};
+  MenuItem MenuP4Male{this, "MenuP4Male", "P4 Male"};
+  MenuItem MenuP4Female{this, "MenuP4Female", "P4 Female"};
+  MenuItem MenuVic{this, "MenuVic", "Victoria"};
+  MenuItem MenuAnyMasterStandard{this, "MenuAnyMasterStandard", "Standard Master"};
+  MenuItem MenuAnyMasterNoFBM{this, "MenuAnyMasterNoFBM", "Remove FBM's"};
+  MenuItem menuNullFig{this, "menuNullFig", "Create Null Figure"};
   MenuItem MenuHelp{this, "MenuHelp", "&Help"};
   MenuItem MenuAbout{this, "MenuAbout", "&About Tolvane"};
 

@@ -1,0 +1,10 @@
+// The handlers of the library file creators.
+#pragma once
+
+#include "program/events.h"
+
+namespace tolvane {
+
+void registerLibraryEvents(EventTable& table);
+
+}  // namespace tolvane

@@ -1,0 +1,204 @@
+#include "library/master_cr2.h"
+
+#include "program/program.h"
+#include "text/figure_text.h"
+#include "text/line_reader.h"
+#include "text/line_writer.h"
+#include "text/runtime_error.h"
+#include "text/scratch_file.h"
+#include "text/scratch_move.h"
+#include "ui/services.h"
+#include "workspace/line_ending_repair.h"
+
+namespace tolvane::library {
+
+using text::contains;
+
+namespace {
+
+struct StockFigure {
+  const char* source;  // below the library root
+  const char* output;
+};
+const StockFigure kStock[] = {
+    {"People\\P3 Nude Man.cr2", "P3MaleMasterCR2.cr2"},
+    {"People\\P3 Nude Woman.cr2", "P3FemaleMasterCR2.cr2"},
+    {"Clothing- male\\Tuxedo.cr2", "P4MaleMasterCR2.cr2"},
+    {"Clothing-Female\\catsuit.cr2", "P4FemaleMasterCR2.cr2"},
+    {"Zygote People\\Victoria.cr2", "VictoriaMasterCR2.cr2"},
+};
+
+// Reads raw lines until one holds `word`; false at the end of the file.
+bool readUntil(text::LineReader& in, std::string& line, std::string_view word) {
+  while (!in.atEnd()) {
+    line = in.ReadRawLine();
+    if (contains(line, word)) return true;
+  }
+  return false;
+}
+
+// The body of the master: the figure's lines up to its first material, then from the
+// "displayMode USEPARENT" line four lines. Returns when the last line is written.
+void copyMaster(text::LineReader& in, text::LineWriter& out, bool removeMorphs) {
+  bool skipNext = false;
+  std::string line;
+  for (;;) {
+    if (in.atEnd()) return;
+    line = in.ReadRawLine();
+    if (contains(line, "material")) break;
+    if (removeMorphs && contains(line, "valueParm")) {
+      if (!readUntil(in, line, "interpStyleLocked")) return;
+      line = in.ReadRawLine();
+      skipNext = true;
+    }
+    if (removeMorphs && contains(line, "targetGeom")) {
+      bool found = false;
+      while (!found && !in.atEnd()) {
+        line = in.ReadRawLine();
+        found = contains(line, "twist") || contains(line, "material");
+      }
+      if (!found) return;
+      if (contains(line, "material")) break;
+    }
+    if (!skipNext) out.WriteLine(line);
+    skipNext = false;
+  }
+  // The tail: a file without the line runs off its end (run-time error 62).
+  do line = in.ReadRawLine();
+  while (!contains(line, "displayMode USEPARENT"));
+  out.WriteLine(line);
+  for (int i = 0; i < 3; ++i) out.WriteLine(in.ReadRawLine());
+}
+
+}  // namespace
+
+std::string colonFix(const std::string& line) {
+  std::size_t colon = line.find(':');
+  return colon == std::string::npos ? line : line.substr(0, colon + 1) + "1";
+}
+
+void MakeMasterCR2(Program& program, int number) {
+  ui::Opening& f = program.opening;
+  std::string source, output;
+  if (number >= 1 && number <= 5) {
+    f.MasterLibPath = program.posersFolder() + "Runtime\\libraries\\character\\";
+    source = f.MasterLibPath + kStock[number - 1].source;
+    output = kStock[number - 1].output;
+  } else {
+    f.MasterLibPath.clear();
+    source = f.LabelFileNameForEditor.caption();
+    output = text::Left(source, static_cast<long long>(text::InStr(source, ".")) - 1) + "Master.cr2";
+  }
+  if (number == 5) {
+    std::string repaired = source;
+    RepairLineEndings(program, repaired);
+  }
+  std::filesystem::path target = text::nativePath(f.MasterLibPath + output);
+  program.setBusy(true);
+  text::LineReader in(text::nativePath(source));
+  if (text::fileExists(target)) {
+    in.close();
+    program.setBusy(false);
+    ui::msgBox(program.services,
+               "You already have a MasterCR2 file for this!  If you wish to make another, move the present one "
+               "from this directory.",
+               "Note!");
+    return;
+  }
+  // The master is written whole under a scratch name and takes its own name at the end,
+  // so a source that runs off its end leaves no half a master behind.
+  text::StreamRewrite scratch(program.workFile("\\MasterCR2.tmp"), true);
+  try {
+    copyMaster(in, scratch.out(), number == 7);
+    scratch.WriteLine("}");
+    scratch.close();
+    text::moveScratchInto(scratch.scratch(), target, false);
+  } catch (...) {
+    scratch.discard();
+    throw;
+  }
+  in.close();
+  program.setBusy(false);
+  ui::msgBox(program.services, "You have just created a Master CR2 file called " + output, "Note!");
+}
+
+namespace {
+
+// Writes raw lines with the colon fix up to and including the first that holds `word`.
+void copyThrough(text::LineReader& in, text::LineWriter& out, std::string_view word) {
+  std::string line;
+  do {
+    line = in.ReadRawLine();
+    out.WriteLine(colonFix(line));
+  } while (!contains(line, word));
+}
+
+// The first part: up to the second figureResFile line, without the storage and
+// geometry handler lines and the first figureResFile line.
+void writeDeclarations(text::LineReader& in, text::LineWriter& out) {
+  int figureRes = 0;
+  std::string line;
+  while (!in.atEnd()) {
+    line = in.ReadRawLine();
+    if (contains(line, "figureResFile") && ++figureRes == 2) return;
+    if (contains(line, "storageOffset") || contains(line, "geomHandlerGeom") || contains(line, "figureResFile"))
+      continue;
+    out.WriteLine(colonFix(line));
+  }
+}
+
+// The figure section's head, warning when the figure is not "Figure 1".
+void writeFigureHead(Program& program, text::LineReader& in, text::LineWriter& out) {
+  std::string line;
+  do {
+    line = in.ReadRawLine();
+    if (text::Left(line, 5) == "\tname" && line != "\tname    Figure 1")
+      ui::msgBox(program.services,
+                 "To use a null loader, your figure must be \"Figure 1\", your figure is called \"" +
+                     text::Mid(line, 10) + "\",be sure to do a find/replace in the Editor to fix this.",
+                 "Note!", ui::Buttons::OK, ui::Icon::Exclamation);
+    out.WriteLine(colonFix(line));
+  } while (!contains(line, "displayOn"));
+}
+
+}  // namespace
+
+void CreateNullFigure(Program& program) {
+  std::string path = program.opening.LabelFileNameForEditor.caption();
+  if (text::Right(path, 3) != "cr2") {
+    ui::msgBox(program.services, "CR2 files only!", "Error!", ui::Buttons::OK, ui::Icon::Critical);
+    return;
+  }
+  std::string output = program.posersFolder() + "NullFig.cr2";
+  std::filesystem::path source = text::nativePath(path);
+  text::StreamRewrite scratch(program.workFile("\\NullFig.tmp"), true);
+  try {
+    {
+      text::LineReader in(source);
+      writeDeclarations(in, scratch.out());
+    }
+    text::LineReader in(source);
+    std::string field;
+    do field = in.ReadField();
+    while (field != "figure");
+    scratch.WriteLine(field);
+    writeFigureHead(program, in, scratch.out());
+    std::string line;
+    do line = in.ReadRawLine();
+    while (!contains(line, "allowsBending"));
+    scratch.WriteLine(colonFix(line));
+    copyThrough(in, scratch.out(), "aterial");
+    do line = in.ReadRawLine();
+    while (!contains(line, "displayMode"));
+    while (!in.atEnd()) scratch.WriteLine(colonFix(in.ReadRawLine()));
+    in.close();
+    scratch.replace(text::nativePath(output));
+  } catch (...) {
+    scratch.discard();
+    throw;
+  }
+  program.setBusy(false);
+  ui::msgBox(program.services, "Null Figure CR2 saved as " + output, "Note");
+}
+
+}  // namespace tolvane::library

@@ -1,0 +1,114 @@
+#include "library/master_cr2.h"
+
+#include <gtest/gtest.h>
+
+#include "program/events.h"
+#include "test_support.h"
+
+namespace tolvane::test {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+const Lines kHead = {"{", "version", "\t{", "\tnumber 4.01", "\t}", "figureResFile :Runtime:Geometries:x.obj",
+                     "actor BODY:1", "\t{", "\tstorageOffset 0 0 0", "\tgeomHandlerGeom 13 BODY", "\t}",
+                     "actor hip:3", "\t{", "\tstorageOffset 0 0 0", "\t}"};
+const Lines kBody = {"figureResFile :Runtime:Geometries:x.obj", "actor BODY:1", "\t{", "\tname\tBODY", "\tchannels",
+                     "\t\t{", "\t\tvalueParm PBMCC_01", "\t\t\t{", "\t\t\tname fbm", "\t\t\tinterpStyleLocked 0",
+                     "\t\t\t}", "\t\ttargetGeom hip_M", "\t\t\t{", "\t\t\tname Round", "\t\t\tdeltas", "\t\t\t}",
+                     "\t\ttwist twisty", "\t\t\t{", "\t\t\t}", "\t\t}", "\t}"};
+const Lines kFigure = {"figure", "\t{", "\tname    Figure 2", "\troot\tBODY:3", "\tdisplayOn 1", "\tallowsBending 1",
+                       "\tfigureType 1", "\torigFigureResFile :x", "\tmaterial skin", "\t\t{",
+                       "\t\tKdColor 1 1 1 1", "\t\t}", "\tdisplayMode USEPARENT", "\ta", "\tb", "\tc", "\td", "\t}",
+                       "}"};
+
+Lines join(std::initializer_list<Lines> parts) {
+  Lines all;
+  for (const Lines& p : parts) all.insert(all.end(), p.begin(), p.end());
+  return all;
+}
+
+struct LibraryTest : ::testing::Test {
+  LibraryTest() {
+    poser = t.dir.path() / "poser";
+    std::filesystem::create_directories(poser);
+    t.settings.save(kAppName, "Startup", "PLoc", poser.string() + "/");
+    figure = t.files() / "fig.cr2";
+    writeFile(figure, crlf(join({kHead, kBody, kFigure})));
+    t->opening.LabelFileNameForEditor.setCaption(figure.string());
+  }
+  void click(const std::string& menu) { fireEvent(*t, "Opening", menu, EventKind::Click); }
+  TestProgram t;
+  std::filesystem::path poser, figure;
+};
+
+TEST_F(LibraryTest, MastersKeepTheSkeletonAndNeverReplaceAnOldOne) {
+  const Lines tail = {"\tdisplayMode USEPARENT", "\ta", "\tb", "\tc", "}"};
+  const Lines upToMaterial(kFigure.begin(), kFigure.begin() + 8);
+  struct Case {
+    const char* menu;
+    Lines expected;
+  };
+  Lines withoutMorphs = kBody;
+  withoutMorphs.erase(withoutMorphs.begin() + 6, withoutMorphs.begin() + 16);  // valueParm to the target's end
+  const Case cases[] = {
+      {"MenuAnyMasterStandard", join({kHead, kBody, upToMaterial, tail})},
+      {"MenuAnyMasterNoFBM", join({kHead, withoutMorphs, upToMaterial, tail})},
+  };
+  auto master = t.files() / "figMaster.cr2";
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.menu);
+    std::filesystem::remove(master);
+    t.services.expect("Note!", "You have just created a Master CR2 file called " + (t.files() / "fig").string() +
+                                   "Master.cr2");
+    click(c.menu);
+    EXPECT_EQ(readFile(master), crlf(c.expected));
+    EXPECT_EQ(t->opening.MasterLibPath, "");
+  }
+  t.services.expect("Note!",
+                    "You already have a MasterCR2 file for this!  If you wish to make another, move the present one "
+                    "from this directory.");
+  click("MenuAnyMasterStandard");
+  EXPECT_EQ(readFile(master), crlf(cases[1].expected));
+  EXPECT_EQ(t.services.pending(), 0u);
+}
+
+TEST_F(LibraryTest, StockFiguresComeFromTheLibraryRootAndBadSourcesWriteNothing) {
+  auto root = poser / "Runtime" / "libraries" / "character";
+  writeFile(root / "People" / "P3 Nude Man.cr2", readFile(figure));
+  t.services.expect("Note!", "You have just created a Master CR2 file called P3MaleMasterCR2.cr2");
+  click("MenuP3Male");
+  EXPECT_TRUE(std::filesystem::exists(root / "P3MaleMasterCR2.cr2"));
+  EXPECT_EQ(t->opening.MasterLibPath, poser.string() + "/Runtime\\libraries\\character\\");
+
+  t.services.answerRunTimeErrors(true);
+  click("MenuP3Female");  // no such stock figure
+  writeFile(figure, crlf(join({kHead, kBody, {"figure", "\tmaterial skin", "\t}"}})));
+  click("MenuAnyMasterStandard");  // no "displayMode USEPARENT" line: it runs off its end
+  EXPECT_EQ(t.services.runTimeErrorReports(), 2);
+  EXPECT_FALSE(std::filesystem::exists(t.files() / "figMaster.cr2"));
+  EXPECT_FALSE(std::filesystem::exists(t.work() / "MasterCR2.tmp"));
+}
+
+TEST_F(LibraryTest, NullFigureKeepsTheHierarchyAsFigureOne) {
+  auto output = poser.string() + "/NullFig.cr2";
+  t.services.expect("Note!",
+                    "To use a null loader, your figure must be \"Figure 1\", your figure is called \"Figure 2\",be "
+                    "sure to do a find/replace in the Editor to fix this.");
+  t.services.expect("Note", "Null Figure CR2 saved as " + output);
+  click("menuNullFig");
+  EXPECT_EQ(readFile(output),
+            crlf({"{", "version", "\t{", "\tnumber 4.01", "\t}", "actor BODY:1", "\t{", "\t}", "actor hip:1", "\t{",
+                  "\t}", "figure", "\t{", "\tname    Figure 2", "\troot\tBODY:1", "\tdisplayOn 1",
+                  "\tallowsBending 1", "\tfigureType 1", "\torigFigureResFile :1", "\tmaterial skin", "\ta", "\tb",
+                  "\tc", "\td", "\t}", "}"}));
+  EXPECT_EQ(library::colonFix("a:b:c"), "a:1");
+
+  t->opening.LabelFileNameForEditor.setCaption((t.files() / "pose.pz2").string());
+  t.services.expect("Error!", "CR2 files only!");
+  click("menuNullFig");
+  EXPECT_EQ(t.services.pending(), 0u);
+}
+
+}  // namespace
+}  // namespace tolvane::test
