@@ -37,7 +37,7 @@ void MainWindowTest::comesUpWithMenusAndPanes() {
   WindowFixture f;
   QStringList titles;
   for (QAction* a : f.window->menuBar()->actions()) titles << a->text();
-  QCOMPARE(titles, QStringList({"&File", "&CR2 Tools", "&Help"}));
+  QCOMPARE(titles, QStringList({"&File", "&CR2 Tools", "&Library Files", "&Help"}));
   // Each menu's entries with their shortcuts, in order; "-" is a separator.
   auto entries = [&](const char* menu) {
     QStringList out;
