@@ -108,6 +108,9 @@ void MainWindow::buildMenus() {
   m_pending.emplace_back(&o.MenuAnyMasterStandard, menuAction(master));
   m_pending.emplace_back(&o.MenuAnyMasterNoFBM, menuAction(master));
   m_pending.emplace_back(&o.menuNullFig, menuAction(library));
+  library->addSeparator();
+  for (ui::MenuItem* item : {&o.MenuMakeMTL, &o.MenuPZ3AVI, &o.MenuP3P4Cam})
+    m_pending.emplace_back(item, menuAction(library));
 
   QMenu* help = menuBar()->addMenu(QString());
   m_pending.emplace_back(&o.MenuHelp, help);

@@ -1,5 +1,8 @@
 #include "library/library_events.h"
 
+#include <utility>
+
+#include "library/converters.h"
 #include "library/master_cr2.h"
 
 namespace tolvane {
@@ -10,8 +13,13 @@ void registerLibraryEvents(EventTable& table) {
   for (int i = 0; i < 7; ++i)
     table.add("Opening", masters[i], EventKind::Click,
               [number = i + 1](Program& p, const EventArgs&) { library::MakeMasterCR2(p, number); });
-  table.add("Opening", "menuNullFig", EventKind::Click,
-            [](Program& p, const EventArgs&) { library::CreateNullFigure(p); });
+  using Plain = void (*)(Program&);
+  const std::pair<const char*, Plain> plain[] = {{"menuNullFig", library::CreateNullFigure},
+                                                 {"MenuMakeMTL", library::MakeMTL},
+                                                 {"MenuPZ3AVI", library::MakeAVIBackground},
+                                                 {"MenuP3P4Cam", library::RestoreCamera}};
+  for (const auto& [menu, handler] : plain)
+    table.add("Opening", menu, EventKind::Click, [handler](Program& p, const EventArgs&) { handler(p); });
 }
 
 }  // namespace tolvane

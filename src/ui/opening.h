@@ -52,6 +52,9 @@ class Opening : public Form {
   MenuItem MenuAnyMasterStandard{this, "MenuAnyMasterStandard", "Standard Master"};
   MenuItem MenuAnyMasterNoFBM{this, "MenuAnyMasterNoFBM", "Remove FBM's"};
   MenuItem menuNullFig{this, "menuNullFig", "Create Null Figure"};
+  MenuItem MenuMakeMTL{this, "MenuMakeMTL", "MTL File Creator"};
+  MenuItem MenuPZ3AVI{this, "MenuPZ3AVI", "Create AVI Background File"};
+  MenuItem MenuP3P4Cam{this, "MenuP3P4Cam", "P3 to P4 Camera Convertor"};
   MenuItem MenuHelp{this, "MenuHelp", "&Help"};
   MenuItem MenuAbout{this, "MenuAbout", "&About Tolvane"};
 
