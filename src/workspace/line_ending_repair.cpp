@@ -133,7 +133,7 @@ std::filesystem::path keepOlderBackup(const std::filesystem::path& backup) {
 namespace {
 
 // Steps shared by both versions once the user agreed: convert into the scratch name
-// beside the file, keep the original under the backup name (an older backup of that
+// beside the file, keep a copy of the original under the backup name (an older backup of that
 // name moves to a numbered name), then the converted text replaces the file in one step.
 // A failure on the way leaves the file as it was and no scratch file. Returns the
 // backup name.
@@ -148,7 +148,9 @@ std::string convertAndSwap(Program& program, const std::string& path, const std:
   try {
     repair::convertLineEndings(file, tempPath);
     if (std::filesystem::exists(std::filesystem::symlink_status(backupPath))) repair::keepOlderBackup(backupPath);
-    if (text::disk::link(file, backupPath) != 0) text::copyFileSafely(file, backupPath);
+    // A copy, not a second name of the same file: a tool that later patches the figure
+    // in place must not change its backup.
+    text::copyFileSafely(file, backupPath);
     text::replaceAtomically(tempPath, file);
   } catch (...) {
     text::deleteIgnoringErrors(tempPath);
