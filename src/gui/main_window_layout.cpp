@@ -109,7 +109,7 @@ void MainWindow::buildMenus() {
   m_pending.emplace_back(&o.MenuAnyMasterNoFBM, menuAction(master));
   m_pending.emplace_back(&o.menuNullFig, menuAction(library));
   library->addSeparator();
-  for (ui::MenuItem* item : {&o.MenuMakeMTL, &o.MenuPZ3AVI, &o.MenuP3P4Cam})
+  for (ui::MenuItem* item : {&o.menuGeomSwitch, &o.MenuMakeMTL, &o.MenuPZ3AVI, &o.MenuP3P4Cam})
     m_pending.emplace_back(item, menuAction(library));
 
   QMenu* help = menuBar()->addMenu(QString());
@@ -188,7 +188,8 @@ QWidget* MainWindow::buildPanes() {
   panes->addLayout(right, 3);
   m_workLists = new QHBoxLayout;
   for (ui::ListBox* l : {&o.ListEMCs, &o.ListChannelsReorder, &o.ListChannelsReorderByPart,
-                         &o.ListChannelsReorderNewOrder, &o.ListChannelsReorderReordered})
+                         &o.ListChannelsReorderNewOrder, &o.ListChannelsReorderReordered, &o.ListAltGeomActors,
+                         &o.ListAltGeomNames})
     m_workLists->addWidget(list(*l, l != &o.ListEMCs));
   panes->addLayout(m_workLists, 2);
   return page;

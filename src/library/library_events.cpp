@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "library/converters.h"
+#include "library/geometry_switch.h"
 #include "library/master_cr2.h"
 
 namespace tolvane {
@@ -15,11 +16,16 @@ void registerLibraryEvents(EventTable& table) {
               [number = i + 1](Program& p, const EventArgs&) { library::MakeMasterCR2(p, number); });
   using Plain = void (*)(Program&);
   const std::pair<const char*, Plain> plain[] = {{"menuNullFig", library::CreateNullFigure},
+                                                 {"menuGeomSwitch", library::GeomSwitchMenu},
                                                  {"MenuMakeMTL", library::MakeMTL},
                                                  {"MenuPZ3AVI", library::MakeAVIBackground},
                                                  {"MenuP3P4Cam", library::RestoreCamera}};
   for (const auto& [menu, handler] : plain)
     table.add("Opening", menu, EventKind::Click, [handler](Program& p, const EventArgs&) { handler(p); });
+  table.add("Opening", "ListAltGeomActors", EventKind::DblClick,
+            [](Program& p, const EventArgs&) { library::AltGeomActorsDblClick(p); });
+  table.add("Opening", "ListAltGeomActors", EventKind::RightClick,
+            [](Program& p, const EventArgs&) { library::AltGeomActorsRightClick(p); });
 }
 
 }  // namespace tolvane

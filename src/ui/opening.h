@@ -52,6 +52,7 @@ class Opening : public Form {
   MenuItem MenuAnyMasterStandard{this, "MenuAnyMasterStandard", "Standard Master"};
   MenuItem MenuAnyMasterNoFBM{this, "MenuAnyMasterNoFBM", "Remove FBM's"};
   MenuItem menuNullFig{this, "menuNullFig", "Create Null Figure"};
+  MenuItem menuGeomSwitch{this, "menuGeomSwitch", "Geometry Switching"};
   MenuItem MenuMakeMTL{this, "MenuMakeMTL", "MTL File Creator"};
   MenuItem MenuPZ3AVI{this, "MenuPZ3AVI", "Create AVI Background File"};
   MenuItem MenuP3P4Cam{this, "MenuP3P4Cam", "P3 to P4 Camera Convertor"};
@@ -91,6 +92,9 @@ class Opening : public Form {
   ListBox ListPropObj{this, "ListPropObj"};
   ListBox ListAllTexMaps{this, "ListAllTexMaps"};
   ListBox ListEMCs{this, "ListEMCs"};
+  // Geometry switching: the actors or props to choose from, the chosen one's alternates.
+  ListBox ListAltGeomActors{this, "ListAltGeomActors"};
+  ListBox ListAltGeomNames{this, "ListAltGeomNames"};
   Timer TimerListAllTexMaps{this, "TimerListAllTexMaps", 3000};
 
   // Path boxes and their labels.
