@@ -9,6 +9,8 @@ PACKAGES=(
   libarchive-dev libzip-dev pkg-config
   libgtest-dev googletest libbenchmark-dev
   ccache cmake ninja-build g++
+  # clang with its runtimes (libFuzzer and the sanitizers) for the fuzz targets, scripts/fuzz.sh
+  clang libclang-rt-dev
 )
 
 missing=()

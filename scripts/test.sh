@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs what Tolvane needs, builds everything and runs every test under Xvfb.
 # In CI (CI=true) the tests also run in a second build with AddressSanitizer and
-# UndefinedBehaviorSanitizer.
+# UndefinedBehaviorSanitizer, and every fuzz target runs for a few seconds
+# ($TOLVANE_FUZZ_SECONDS, default 4; 0 skips them) where clang links libFuzzer.
 set -euo pipefail
 ROOT="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 "$ROOT/scripts/install-deps.sh"
@@ -27,3 +28,14 @@ fi
 
 echo "== tests =="
 run_ctest "$BUILD"
+
+if [ "${CI:-}" = "true" ] && [ "${TOLVANE_FUZZ_SECONDS:-4}" != "0" ]; then
+  echo "== a short run of every fuzz target =="
+  rc=0
+  "$ROOT/scripts/fuzz.sh" "${TOLVANE_FUZZ_SECONDS:-4}" || rc=$?
+  if [ "$rc" -eq 77 ]; then
+    echo "(no clang with libFuzzer here: the corpora ran as tests only)"
+  elif [ "$rc" -ne 0 ]; then
+    exit "$rc"
+  fi
+fi
