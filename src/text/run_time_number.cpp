@@ -1,9 +1,13 @@
 #include "text/run_time_number.h"
 
 #include <cctype>
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <limits>
+
+#include "text/runtime_error.h"
 
 namespace tolvane::text {
 
@@ -48,6 +52,20 @@ bool isBlank(char c) { return c == ' '; }
 
 double toSingle(double value) { return static_cast<double>(static_cast<float>(value)); }
 
+float CSng(double value) {
+  float narrowed = static_cast<float>(value);
+  if (std::isinf(narrowed) && !std::isinf(value)) raiseError(kOverflow);
+  return narrowed;
+}
+
+std::int32_t CLng(double value) {
+  double rounded = std::nearbyint(value);
+  if (!(rounded >= std::numeric_limits<std::int32_t>::min() &&
+        rounded <= std::numeric_limits<std::int32_t>::max()))
+    raiseError(kOverflow);
+  return static_cast<std::int32_t>(rounded);
+}
+
 std::string StrSingle(double value) { return formatNumber(toSingle(value), 7, 7); }
 
 std::string StrDouble(double value) { return formatNumber(value, 15, 15); }
@@ -77,10 +95,22 @@ double Val(std::string_view text) {
       mantissaEnd = j;
     }
   }
-  std::string number(text.substr(start, mantissaEnd - start));
-  for (char& c : number)
-    if (c == 'D' || c == 'd') c = 'E';
-  return std::strtod(number.c_str(), nullptr);
+  // The digits convert in place; only the "D" exponent form needs a copy first.
+  std::string_view number = text.substr(start, mantissaEnd - start);
+  bool negative = number.front() == '-';
+  if (number.front() == '+' || negative) number.remove_prefix(1);
+  double value = 0;
+  if (number.find_first_of("Dd") == std::string_view::npos) {
+    auto result = std::from_chars(number.data(), number.data() + number.size(), value);
+    if (result.ec == std::errc::result_out_of_range)
+      value = std::strtod(std::string(number).c_str(), nullptr);
+  } else {
+    std::string copy(number);
+    for (char& c : copy)
+      if (c == 'D' || c == 'd') c = 'E';
+    value = std::strtod(copy.c_str(), nullptr);
+  }
+  return negative ? -value : value;
 }
 
 std::string LTrim(std::string_view text) {
