@@ -3,6 +3,7 @@
 #include "editor/editor_events.h"
 #include "editor/editor_handover.h"
 #include "morph/morph_events.h"
+#include "obj/obj_events.h"
 #include "program/program.h"
 #include "workspace/workspace_events.h"
 
@@ -15,6 +16,7 @@ const EventTable& eventTable() {
     registerWorkspaceEvents(t);
     registerMorphEvents(t);
     registerEditorEvents(t);
+    registerObjEvents(t);
     return t;
   }();
   return table;
