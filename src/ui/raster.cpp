@@ -25,6 +25,7 @@ class SoftwarePainter : public PicturePainter {
     if (count < 2) return;
     if (count >= 3) fillPolygon(points, count, pixelOf(fill));
     std::uint32_t pen = pixelOf(outline);
+    if (count == 2) return drawLine(points[0], points[1], pen);  // there and back is one line
     for (int i = 0; i < count; ++i) drawLine(points[i], points[(i + 1) % count], pen);
   }
 
