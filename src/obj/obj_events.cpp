@@ -1,10 +1,12 @@
 // Registers the handlers of the OBJ workbench and of the main form's OBJ tools.
 #include "obj/obj_events.h"
 
+#include "obj/mash.h"
 #include "obj/obj_form.h"
 #include "obj/obj_lists.h"
 #include "obj/obj_load.h"
 #include "obj/obj_redraw.h"
+#include "obj/obj_scaler.h"
 #include "obj/obj_view.h"
 #include "program/program.h"
 
@@ -73,6 +75,17 @@ void registerObjEvents(EventTable& table) {
             [](Program& p, const EventArgs&) { obj::PictureOBJViewRightClick(p); });
   table.add("Opening", "PictureOBJView", EventKind::Enter,
             [](Program& p, const EventArgs&) { obj::PictureOBJViewClick(p); });
+  auto main = [&](const char* control, EventKind kind, Action action) {
+    table.add("Opening", control, kind, [action](Program& p, const EventArgs&) { action(p); });
+  };
+  main("PictureMash", EventKind::Click, obj::PictureMashClick);
+  main("PictureMash", EventKind::RightClick, obj::PictureMashRightClick);
+  main("PictureScaleObj", EventKind::Click, obj::PictureScaleObjClick);
+  main("PictureScaleObj", EventKind::RightClick, obj::PictureScaleObjRightClick);
+  main("SliderOBJScale", EventKind::Change, obj::SliderOBJScaleChange);
+  table.add("Opening", "TextOBJScale", EventKind::Key, [](Program& p, const EventArgs& a) {
+    if (a.keyCode == 13) obj::ObjScaler(p);
+  });
 }
 
 }  // namespace tolvane
