@@ -123,8 +123,7 @@ void FormOBJ::reset() {
     p->refresh();
   }
   vertexTable.assign(1, ObjVertex{});
-  vertexList.clear();
-  vertexList.shrink_to_fit();
+  vertexList.release();
   maxX = minX = maxY = 0;
   faceCount = recordCount = vertexCount = textureCount = 0;
   hasTextureVertices = false;

@@ -54,7 +54,7 @@ class FormOBJ : public Form {
   std::uint64_t faceCount = 0, recordCount = 0, vertexCount = 0, textureCount = 0;
   bool hasTextureVertices = false;
   // The live view's list: the first three corners of the faces, scaled.
-  std::vector<Vec3> vertexList;
+  VertexList vertexList;
   double xScale = 1, yScale = 1;
   int currentView = 1;  // 1 front, 2 side, 3 top
 

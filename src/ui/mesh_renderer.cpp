@@ -49,8 +49,8 @@ class SoftwareMeshRenderer : public MeshRenderer {
     m_colour = 0xFF000000u | (byte(red) << 16) | (byte(green) << 8) | byte(blue);
   }
   void clear(Colour colour) override { m_raster.fill(pixelOf(colour)); }
-  void drawTriangles(const std::vector<Vec3>& list) override;
-  void drawPoints(const std::vector<Vec3>& list) override;
+  void drawTriangles(const VertexList& list) override;
+  void drawPoints(const VertexList& list) override;
   void present() override {
     if (m_presented) m_presented();
   }
@@ -77,7 +77,7 @@ class SoftwareMeshRenderer : public MeshRenderer {
   std::vector<float> m_crossings;
 };
 
-void SoftwareMeshRenderer::drawTriangles(const std::vector<Vec3>& list) {
+void SoftwareMeshRenderer::drawTriangles(const VertexList& list) {
   for (std::size_t i = 0; i + 2 < list.size(); i += 3) {
     std::array<Vec3, 3> v{toView(list[i]), toView(list[i + 1]), toView(list[i + 2])};
     if (v[0].z > m_far && v[1].z > m_far && v[2].z > m_far) continue;
@@ -97,8 +97,8 @@ void SoftwareMeshRenderer::drawTriangles(const std::vector<Vec3>& list) {
   }
 }
 
-void SoftwareMeshRenderer::drawPoints(const std::vector<Vec3>& list) {
-  for (const Vec3& p : list) {
+void SoftwareMeshRenderer::drawPoints(const VertexList& list) {
+  for (const Vec3& p : list.points()) {
     Vec3 v = toView(p);
     if (v.z < m_near || v.z > m_far) continue;
     ScreenPoint s = toScreen(v);

@@ -5,6 +5,7 @@
 // camera and projection, where there is no graphics context.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -16,6 +17,34 @@ namespace tolvane::ui {
 
 struct Vec3 {
   float x = 0, y = 0, z = 0;
+};
+
+// The points a renderer draws, with a revision that changes whenever they do, so that a
+// renderer that keeps a copy (in video memory) knows when to take a new one.
+class VertexList {
+ public:
+  std::size_t size() const { return m_points.size(); }
+  bool empty() const { return m_points.empty(); }
+  const Vec3& operator[](std::size_t i) const { return m_points[i]; }
+  const Vec3* data() const { return m_points.data(); }
+  const std::vector<Vec3>& points() const { return m_points; }
+  std::uint64_t revision() const { return m_revision; }
+  void push_back(const Vec3& point) {
+    m_points.push_back(point);
+    ++m_revision;
+  }
+  void clear() {
+    m_points.clear();
+    ++m_revision;
+  }
+  void release() {
+    std::vector<Vec3>().swap(m_points);
+    ++m_revision;
+  }
+
+ private:
+  std::vector<Vec3> m_points;
+  std::uint64_t m_revision = 0;
 };
 
 class MeshRenderer {
@@ -30,8 +59,8 @@ class MeshRenderer {
   virtual void setMaterial(float red, float green, float blue) = 0;
   virtual void clear(Colour colour) = 0;
   // Every three points of the list are one triangle; no face is culled.
-  virtual void drawTriangles(const std::vector<Vec3>& list) = 0;
-  virtual void drawPoints(const std::vector<Vec3>& list) = 0;
+  virtual void drawTriangles(const VertexList& list) = 0;
+  virtual void drawPoints(const VertexList& list) = 0;
   // Shows what was drawn since the last clear.
   virtual void present() = 0;
 };

@@ -23,8 +23,8 @@ TEST(SoftwarePainter, PolygonsFillInsideTheOutlineAndTwoPointsDrawALine) {
   auto painter = ui::softwarePainter(r);
   const PicturePoint square[] = {{2, 2}, {12, 2}, {12, 12}, {2, 12}};
   painter->polygon(square, 4, 0x0000FF, 0x000000);
-  EXPECT_EQ(count(r, 0x000000), 40);      // the outline: 11 x 11 less the 9 x 9 inside
-  EXPECT_EQ(count(r, 0x0000FF), 9 * 9);   // the inside in the fill colour
+  EXPECT_EQ(count(r, 0x000000), 40);     // the outline: 11 x 11 less the 9 x 9 inside
+  EXPECT_EQ(count(r, 0x0000FF), 9 * 9);  // the inside in the fill colour
   EXPECT_EQ(r.pixel(7, 7), ui::pixelOf(0x0000FF));
 
   r.fill(ui::pixelOf(ui::kWhite));
@@ -48,6 +48,12 @@ TEST(SoftwarePainter, FarCoordinatesAreClippedNotWalked) {
   EXPECT_GT(count(r, 0xFF0000), 50);
 }
 
+ui::VertexList listOf(std::initializer_list<ui::Vec3> points) {
+  ui::VertexList list;
+  for (const ui::Vec3& p : points) list.push_back(p);
+  return list;
+}
+
 TEST(SoftwareMeshRenderer, DrawsWhatIsInFrontOfTheCameraInTheMaterialColour) {
   ui::Raster r(100, 100);
   int presented = 0;
@@ -57,8 +63,7 @@ TEST(SoftwareMeshRenderer, DrawsWhatIsInFrontOfTheCameraInTheMaterialColour) {
   renderer->setMaterial(0, 0, 1);
   renderer->clear(ui::kWhite);
   // A triangle across the view at the origin, either winding: nothing is culled.
-  std::vector<ui::Vec3> list = {{0, -1, -1}, {0, 1, 0}, {0, -1, 1}, {0, -1, 1}, {0, 1, 0}, {0, -1, -1}};
-  renderer->drawTriangles(list);
+  renderer->drawTriangles(listOf({{0, -1, -1}, {0, 1, 0}, {0, -1, 1}, {0, -1, 1}, {0, 1, 0}, {0, -1, -1}}));
   renderer->present();
   EXPECT_EQ(presented, 1);
   int blue = count(r, 0xFF0000);
@@ -66,9 +71,9 @@ TEST(SoftwareMeshRenderer, DrawsWhatIsInFrontOfTheCameraInTheMaterialColour) {
   EXPECT_EQ(r.pixel(50, 50), ui::pixelOf(0xFF0000));
   // Behind the camera it is gone; a point in front is one pixel.
   renderer->clear(ui::kWhite);
-  renderer->drawTriangles({{-5, -1, -1}, {-5, 1, 0}, {-5, -1, 1}});
+  renderer->drawTriangles(listOf({{-5, -1, -1}, {-5, 1, 0}, {-5, -1, 1}}));
   EXPECT_EQ(count(r, 0xFF0000), 0);
-  renderer->drawPoints({{0, 0, 0}, {-5, 0, 0}});
+  renderer->drawPoints(listOf({{0, 0, 0}, {-5, 0, 0}}));
   EXPECT_EQ(count(r, 0xFF0000), 1);
 }
 
