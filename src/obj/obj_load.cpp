@@ -61,10 +61,10 @@ class Loader {
   void parse(const std::filesystem::path& source);
 
  private:
-  void line(std::string& text);
-  void vertexLine(const std::string& text);
-  void colourLine(const std::string& text, std::string_view name, ColourSet& set);
-  void faceLine(const std::string& text);
+  void line(std::string_view raw);
+  void vertexLine(std::string_view text);
+  void colourLine(std::string_view text, std::string_view name, ColourSet& set);
+  void faceLine(std::string_view text);
   void drawFace(std::size_t corners);
   void yieldNow();
 
@@ -73,6 +73,7 @@ class Loader {
   ViewScales m_scales;
   ColourSet m_groups, m_materials;
   std::unique_ptr<text::RecordFile> m_faces, m_vertices, m_textures;
+  std::string m_scratch;
   text::VertexText m_vertexText;
   text::FaceCorners m_corners;
   std::vector<ui::PicturePoint> m_front, m_side, m_top;
@@ -90,19 +91,18 @@ void Loader::parse(const std::filesystem::path& source) {
   m_textures = std::make_unique<text::RecordFile>(m_program.workFile("VTArray.txt"), kVertexRecord);
   m_vertices = std::make_unique<text::RecordFile>(m_program.workFile("VArray.txt"), kVertexRecord);
   text::FigureScanner in(source);
-  std::string text;
   std::string_view raw;
-  while (in.rawLine(raw)) {
-    text.assign(raw);
-    line(text);
-    if (Clock::now() >= m_nextYield) yieldNow();
+  for (unsigned lines = 0; in.rawLine(raw); ++lines) {
+    line(raw);
+    if (lines % 1024 == 0 && Clock::now() >= m_nextYield) yieldNow();
   }
   in.close();
   for (auto* file : {&m_faces, &m_textures, &m_vertices}) (*file)->close();
 }
 
-void Loader::line(std::string& text) {
-  switch (text::normaliseObjLine(text)) {
+void Loader::line(std::string_view raw) {
+  std::string_view text;
+  switch (text::normaliseObjLine(raw, m_scratch, text)) {
     case text::ObjLineKind::Vertex:
       return vertexLine(text);
     case text::ObjLineKind::TextureVertex: {
@@ -124,7 +124,7 @@ void Loader::line(std::string& text) {
 
 // The record keeps the text as the source had it; the numbers come from the positional
 // split, so a positive x loses its first character.
-void Loader::vertexLine(const std::string& text) {
+void Loader::vertexLine(std::string_view text) {
   m_vertices->put(text);
   text::splitVertexLine(text, m_vertexText);
   double x = text::Val(m_vertexText.x), y = text::Val(m_vertexText.y);
@@ -135,13 +135,14 @@ void Loader::vertexLine(const std::string& text) {
   m_form.vertexTable.push_back({text::CSng(x), text::CSng(y), text::CSng(text::Val(m_vertexText.z))});
 }
 
-void Loader::colourLine(const std::string& text, std::string_view name, ColourSet& set) {
+void Loader::colourLine(std::string_view text, std::string_view name, ColourSet& set) {
   m_faces->put(text);
   ++m_form.recordCount;
   std::string key(name);
   if (set.nameIndex.emplace(key, set.names.listCount()).second) set.names.addItem(key);
   int red, green, blue;
-  auto found = set.colourIndex.find(text);
+  std::string line(text);
+  auto found = set.colourIndex.find(line);
   if (found != set.colourIndex.end()) {
     colourOfItem(set.colours.list(found->second), red, green, blue);
   } else {
@@ -150,8 +151,8 @@ void Loader::colourLine(const std::string& text, std::string_view name, ColourSe
     red = static_cast<int>(254 * random.Rnd() + 1);
     green = static_cast<int>(254 * random.Rnd() + 1);
     blue = static_cast<int>(254 * random.Rnd() + 1);
-    set.colourIndex.emplace(text, set.colours.listCount());
-    set.colours.addItem(colourItem(text, red, green, blue));
+    set.colourIndex.emplace(line, set.colours.listCount());
+    set.colours.addItem(colourItem(line, red, green, blue));
   }
   if (!set.colouring) return;
   for (ui::DrawnPicture* p : {&m_form.PictureStore, &m_form.PictureStore2, &m_form.PictureStore3})
@@ -162,7 +163,7 @@ void Loader::colourLine(const std::string& text, std::string_view name, ColourSe
   m_form.renderer().setMaterial(m_form.material[0], m_form.material[1], m_form.material[2]);
 }
 
-void Loader::faceLine(const std::string& text) {
+void Loader::faceLine(std::string_view text) {
   if (text.size() > kFaceRecord) m_program.services.beep();
   m_faces->put(text);
   ++m_form.faceCount;

@@ -50,11 +50,10 @@ void redraw(Program& program, const RedrawOptions& o) {
   int w = o.target->width(), h = o.target->height();
   text::FigureScanner in(filePath(program, f.captionPath()));
   auto next = Clock::now() + std::chrono::milliseconds(50);
-  std::string line;
-  std::string_view raw;
+  std::string scratch;
+  std::string_view raw, line;
   while (in.rawLine(raw)) {
-    line.assign(raw);
-    text::ObjLineKind kind = text::normaliseObjLine(line);
+    text::ObjLineKind kind = text::normaliseObjLine(raw, scratch, line);
     if (kind == text::ObjLineKind::Vertex) {
       text::splitVertexLine(line, vt);
       table.push_back(
@@ -62,7 +61,7 @@ void redraw(Program& program, const RedrawOptions& o) {
     } else if (kind == text::ObjLineKind::Group || kind == text::ObjLineKind::Material) {
       bool group = kind == text::ObjLineKind::Group;
       auto& colours = group ? groups : materials;
-      auto found = colours.find(line);
+      auto found = colours.find(std::string(line));
       if ((group ? o.groupColours : o.materialColours) && found != colours.end())
         o.target->setFillColor(found->second);
     } else if (kind == text::ObjLineKind::Face) {

@@ -8,6 +8,7 @@
 #include "text/line_reader.h"
 #include "text/line_writer.h"
 #include "text/run_time_number.h"
+#include "text/runtime_error.h"
 #include "text/scratch_file.h"
 #include "text/scratch_move.h"
 #include "ui/services.h"
@@ -24,12 +25,24 @@ std::string workspaceObj(const Program& program) {
   return label.empty() ? program.opening.OpenFilePath : label;
 }
 
-// Text up to the next blank, and the rest behind it with its leading blanks gone.
-std::string cutField(std::string& rest) {
-  std::size_t blank = text::InStr(rest, " ");
-  std::string field = text::Left(rest, static_cast<long long>(blank) - 1);
-  rest = text::LTrim(text::Mid(rest, static_cast<long long>(blank) + 1));
+std::string_view withoutLeadingBlanks(std::string_view t) {
+  while (!t.empty() && t.front() == ' ') t.remove_prefix(1);
+  return t;
+}
+
+// Text up to the next blank (none is run-time error 5, as a negative length is), and the
+// rest behind it with its leading blanks gone.
+std::string_view cutField(std::string_view& rest) {
+  std::size_t blank = rest.find(' ');
+  if (blank == std::string_view::npos) text::raiseError(text::kInvalidProcedureCall);
+  std::string_view field = rest.substr(0, blank);
+  rest = withoutLeadingBlanks(rest.substr(blank + 1));
   return field;
+}
+
+// Mid from a 1-based start, as a view.
+std::string_view from(std::string_view t, std::size_t start) {
+  return start - 1 < t.size() ? t.substr(start - 1) : std::string_view();
 }
 
 void hideScaleControls(ui::Opening& o) {
@@ -65,38 +78,43 @@ void ObjScalerBatch(Program& program, double scale, const std::string& scaleText
 
 }  // namespace
 
-std::string scaledField(const std::string& textIn, double scale) {
+std::string scaledField(std::string_view textIn, double scale) {
   double v = text::Val(textIn);
   double result = scale > 0 ? v * scale : v < 0 ? (v / scale) * -1 : v / (scale * -1);
   std::string t = text::StrDouble(result);
   if (t == " 0") t = " 0.000000";
-  if (hasPrefix(t, " .")) t = " 0" + text::LTrim(t);
+  if (hasPrefix(t, " .")) t.replace(0, 1, " 0");
   if (hasPrefix(t, " -.")) t = "-0" + text::LTrim(text::Mid(t, 3));
-  if (hasPrefix(t, "-.")) t = "-0" + text::LTrim(text::Mid(t, 2));
+  if (hasPrefix(t, "-.")) t.replace(0, 1, "-0");
   if (hasPrefix(t, " ")) t.erase(0, 1);
   // A whole number's text gets its point before the padding, so 1 becomes 1.000000000.
-  if (v != 0 && !text::contains(t, ".") && !text::contains(t, "E")) t += ".";
+  if (v != 0 && t.find_first_of(".E") == std::string::npos) t += '.';
   std::size_t width = v > 0 ? 11 : v < 0 ? 12 : 0;
   if (t.size() < width) t.append(width - t.size(), '0');
   return t;
 }
 
-std::string scaledVertexLine(const std::string& line, double scale) {
-  std::string t = line;
-  if (text::charAt(t, 3) != '-') t = text::Mid(t, 3);
+std::string scaledVertexLine(std::string_view line, double scale) {
+  std::string_view t = line;
+  if (text::charAt(t, 3) != '-') t = from(t, 3);
   bool flag = false;
   if (text::charAt(t, 3) == '-') {
     flag = text::charAt(t, 4) == '.';
-    t = text::Mid(t, 3);
+    t = from(t, 3);
   }
-  t = text::LTrim(t);
-  std::string x = cutField(t);
-  if (flag) x = text::Left("-0." + text::Mid(x, 3), 10);
-  std::string y = cutField(t);
-  std::string z = t;
-  std::string xs = scaledField(x, scale), ys = scaledField(y, scale), zs = scaledField(z, scale);
-  std::string prefix = text::Val(x) > 0 ? "v  " : "v ";
-  return prefix + text::Left(xs, static_cast<long long>(xs.size()) - 3) + " " + ys + " " + zs;
+  t = withoutLeadingBlanks(t);
+  std::string_view x = cutField(t);
+  std::string flagged;
+  if (flag) {
+    flagged = text::Left("-0." + std::string(from(x, 3)), 10);
+    x = flagged;
+  }
+  std::string_view y = cutField(t);
+  std::string xs = scaledField(x, scale), ys = scaledField(y, scale), zs = scaledField(t, scale);
+  if (xs.size() < 3) text::raiseError(text::kInvalidProcedureCall);
+  std::string out = text::Val(x) > 0 ? "v  " : "v ";
+  out.append(xs, 0, xs.size() - 3).append(" ").append(ys).append(" ").append(zs);
+  return out;
 }
 
 void scaleFile(const std::filesystem::path& file, const std::filesystem::path& scratch, double scale) {

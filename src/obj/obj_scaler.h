@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 
 namespace tolvane {
 class Program;
@@ -21,9 +22,9 @@ void ObjScaler(Program& program);
 
 // One field: the value of `text` scaled (a negative scale divides) and written in the
 // run-time's number text, padded to 11 characters (12 for a negative value).
-std::string scaledField(const std::string& text, double scale);
+std::string scaledField(std::string_view text, double scale);
 // One vertex line as the scaler writes it.
-std::string scaledVertexLine(const std::string& line, double scale);
+std::string scaledVertexLine(std::string_view line, double scale);
 // The rewrite of one file through `scratch`.
 void scaleFile(const std::filesystem::path& file, const std::filesystem::path& scratch, double scale);
 

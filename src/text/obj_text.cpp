@@ -27,27 +27,68 @@ std::size_t blankOrFail(std::string_view text) {
   return blank;
 }
 
+// A corner index: plain digits, as nearly every file writes them, are read at once;
+// anything else goes through Val.
+double indexValue(std::string_view index) {
+  if (index.size() > 9) return Val(index);
+  std::uint32_t value = 0;
+  for (char c : index) {
+    if (c < '0' || c > '9') return Val(index);
+    value = value * 10 + static_cast<std::uint32_t>(c - '0');
+  }
+  return value;
+}
+
+// `line` becomes `prefix` and the text of `line` from `start` (0-based), kept in
+// `scratch`; `line` may already view `scratch`.
+void rewrite(std::string& scratch, std::string_view& line, std::string_view prefix, std::size_t start) {
+  std::string text(prefix);
+  if (start < line.size()) text.append(line.substr(start));
+  scratch.swap(text);
+  line = scratch;
+}
+
 }  // namespace
 
-ObjLineKind normaliseObjLine(std::string& line) {
-  if (startsWith(line, " ")) line.erase(0, 1);
+ObjLineKind normaliseObjLine(std::string_view raw, std::string& scratch, std::string_view& line) {
+  line = raw;
+  if (startsWith(line, " ")) line.remove_prefix(1);
+  if (line.empty()) return ObjLineKind::Ignored;
   // The longer TAB form first, so that a tabbed texture line stays one.
-  if (startsWith(line, "\tvt"))
-    line = "vt " + std::string(from(line, 4));
-  else if (startsWith(line, "\tv"))
-    line = "v " + std::string(from(line, 3));
-  if (startsWith(line, "vt")) return ObjLineKind::TextureVertex;
-  if (startsWith(line, "g")) return ObjLineKind::Group;
-  if (startsWith(line, "use")) return ObjLineKind::Material;
-  if (startsWith(line, "v ")) {
-    if (startsWith(line, "v  ")) line.erase(1, 1);
-    return ObjLineKind::Vertex;
+  if (line[0] == '\t') {
+    if (startsWith(line, "\tvt"))
+      rewrite(scratch, line, "vt ", 3);
+    else if (startsWith(line, "\tv"))
+      rewrite(scratch, line, "v ", 2);
   }
-  if (startsWith(line, "fo"))
-    line.erase(1, 1);
-  else if (startsWith(line, "\tf"))
-    line = "f " + std::string(from(line, 3));
-  return startsWith(line, "f ") ? ObjLineKind::Face : ObjLineKind::Ignored;
+  switch (line[0]) {
+    case 'v':
+      if (startsWith(line, "vt")) return ObjLineKind::TextureVertex;
+      if (!startsWith(line, "v ")) return ObjLineKind::Ignored;
+      if (startsWith(line, "v  ")) rewrite(scratch, line, "v", 2);
+      return ObjLineKind::Vertex;
+    case 'g':
+      return ObjLineKind::Group;
+    case 'u':
+      return startsWith(line, "use") ? ObjLineKind::Material : ObjLineKind::Ignored;
+    case 'f':
+      if (startsWith(line, "fo")) rewrite(scratch, line, "f", 2);
+      return startsWith(line, "f ") ? ObjLineKind::Face : ObjLineKind::Ignored;
+    case '\t':
+      if (!startsWith(line, "\tf")) return ObjLineKind::Ignored;
+      rewrite(scratch, line, "f ", 2);
+      return ObjLineKind::Face;
+    default:
+      return ObjLineKind::Ignored;
+  }
+}
+
+ObjLineKind normaliseObjLine(std::string& line) {
+  std::string scratch;
+  std::string_view view;
+  ObjLineKind kind = normaliseObjLine(line, scratch, view);
+  line = std::string(view);
+  return kind;
 }
 
 std::string_view groupName(std::string_view line) { return from(line, 3); }
@@ -95,7 +136,7 @@ void walkFaceCorners(std::string_view line, FaceCorners& out) {
     std::string_view index = rest.substr(0, end);
     if (!index.empty()) {
       // A relative index is only shifted by one: "-1" reaches slot 0.
-      double value = index.front() == '-' ? Val(index) + 1 : Val(index);
+      double value = index.front() == '-' ? Val(index) + 1 : indexValue(index);
       if (out.index.size() <= out.positions) {
         out.index.resize(out.positions + 1);
         out.set.resize(out.positions + 1);

@@ -18,6 +18,9 @@ enum class ObjLineKind { Ignored, Vertex, TextureVertex, Group, Material, Face }
 // case-sensitive: any line that begins with "g" is a group, any that begins with "use"
 // a material; "vn", comments, "mtllib", "o", "s" and blank lines are ignored.
 ObjLineKind normaliseObjLine(std::string& line);
+// The same for a line read as a view: `line` becomes the normalised text, a view of `raw`
+// when no rewrite is needed, else of `scratch`, which holds the rewritten line.
+ObjLineKind normaliseObjLine(std::string_view raw, std::string& scratch, std::string_view& line);
 
 // Name of a group line (from its third character) and of a material line (from the
 // eighth).
