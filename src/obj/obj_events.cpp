@@ -42,7 +42,12 @@ void registerView(EventTable& table) {
   on(table, "LabelHotKeys", EventKind::Click, [](Program& p) { p.formOBJ.ListHotKeys.setVisible(true); });
   on(table, "ListHotKeys", EventKind::RightClick,
      [](Program& p) { p.formOBJ.ListHotKeys.setVisible(false); });
+  on(table, "LabelHotKeys", EventKind::RightClick,
+     [](Program& p) { p.formOBJ.ListHotKeys.setVisible(false); });
+  on(table, "PictureNotes", EventKind::Click,
+     [](Program& p) { p.formOBJ.TextNotes.setVisible(!p.formOBJ.TextNotes.visible()); });
 }
+
 void registerLists(EventTable& table) {
   using namespace obj;
   for (ListKind kind : {ListKind::Groups, ListKind::Materials}) {

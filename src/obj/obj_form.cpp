@@ -33,7 +33,12 @@ void PictureOBJViewRightClick(Program& program) {
 void FormOBJLoad(Program& program) {
   ui::FormOBJ& f = program.formOBJ;
   f.loaded = false;
+  // A new showing of the form starts the view afresh: the angle, the zoom and the
+  // camera height last only while the form stays open.
   f.speed = 1;
+  f.angle = 0;
+  f.zoom = 0;
+  f.cameraHeight = 0;
   f.PictureUVMap.setVisible(false);
   f.PictureObjViewer2.setVisible(false);
   SetUpView(program);

@@ -46,6 +46,7 @@ FormOBJ::FormOBJ() : Form("FormOBJ") {
   TextMatRename.setToolTip("Hit enter when done editing");
   PictureZoom.setToolTip("Click and drag in the white window...");
   ListHotKeys.setToolTip("Right click to hide");
+  LabelHotKeys.setToolTip("Right click to hide");
   ListHotKeys.setItems(objHotKeyCaptions());
   for (DrawnPicture* p :
        {&PictureOBJViewer, &PictureObjViewer2, &PictureStore, &PictureStore2, &PictureStore3, &PictureNoDX,

@@ -86,6 +86,7 @@ TEST_F(ObjLoadTest, FaultsEndTheLoadWithTheRunTimeErrorAndLeaveTheFileAndTheForm
       {"vertex record too long", {"v 0 0 0" + std::string(50, '0')}, "Run-time error '5':", 0},
       {"vertex too large", {"v 0 1e300 0"}, "Run-time error '6':", 0},
       {"vertex of two fields", {"v 0 1"}, "Run-time error '5':", 0},
+      {"a group line of 10 MB", {"v 0 0 0", "g " + std::string(10 << 20, 'x')}, "Run-time error '5':", 0},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.what);
