@@ -24,6 +24,16 @@ std::string workspaceObj(const Program& program) {
   return label.empty() ? program.opening.OpenFilePath : label;
 }
 
+// Every line after the first that the mode keeps: in OBJ mode all but the normals, in
+// morph mode the vertices alone. A line behind a blank or a TAB is not recognised.
+void copyKeptLines(text::LineReader& in, text::LineWriter& out, bool morph) {
+  std::string line;
+  while (in.readRawLine(line)) {
+    bool keep = morph ? text::hasPrefix(line, "v ") : !text::hasPrefix(line, "vn");
+    if (keep) out.WriteLine(line);
+  }
+}
+
 void Mash(Program& program, bool morph) {
   std::filesystem::path scratch = program.workFile("tempobj.txt");
   text::deleteIgnoringErrors(scratch);
@@ -51,11 +61,7 @@ void Mash(Program& program, bool morph) {
   program.setBusy(true);
   out.WriteLine(kMarkerLine);
   out.WriteLine(first);
-  std::string line;
-  while (in->readRawLine(line)) {
-    bool keep = morph ? text::hasPrefix(line, "v ") : !text::hasPrefix(line, "vn");
-    if (keep) out.WriteLine(line);
-  }
+  copyKeptLines(*in, out, morph);
   in->close();
   out.close();
   program.setBusy(false);

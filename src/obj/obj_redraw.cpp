@@ -39,53 +39,76 @@ struct RedrawOptions {
 };
 
 // One pass over the OBJ with the load's line rules, drawing each face into the target.
-void redraw(Program& program, const RedrawOptions& o) {
-  ui::FormOBJ& f = program.formOBJ;
-  auto groups = colourTable(f.ListGroupColors), materials = colourTable(f.ListMATColors);
-  ViewScales scales{f.xScale, f.yScale};
-  std::vector<ui::ObjVertex> table{ui::ObjVertex{}};
-  text::VertexText vt;
-  text::FaceCorners corners;
-  std::vector<ui::PicturePoint> points;
-  int w = o.target->width(), h = o.target->height();
-  text::FigureScanner in(filePath(program, f.captionPath()));
-  auto next = Clock::now() + std::chrono::milliseconds(50);
-  std::string scratch;
-  std::string_view raw, line;
-  while (in.rawLine(raw)) {
-    text::ObjLineKind kind = text::normaliseObjLine(raw, scratch, line);
-    if (kind == text::ObjLineKind::Vertex) {
-      text::splitVertexLine(line, vt);
-      table.push_back(
-          {text::CSng(text::Val(vt.x)), text::CSng(text::Val(vt.y)), text::CSng(text::Val(vt.z))});
-    } else if (kind == text::ObjLineKind::Group || kind == text::ObjLineKind::Material) {
-      bool group = kind == text::ObjLineKind::Group;
-      auto& colours = group ? groups : materials;
-      auto found = colours.find(std::string(line));
-      if ((group ? o.groupColours : o.materialColours) && found != colours.end())
-        o.target->setFillColor(found->second);
-    } else if (kind == text::ObjLineKind::Face) {
-      text::walkFaceCorners(line, corners);
-      points.assign(corners.positions + 1, {});
-      for (std::size_t c = 0; c < corners.positions; ++c) {
-        PicturePoints p = project(table[text::cornerSlot(corners, c, table.size() - 1)], scales, w, h);
-        std::size_t at = o.wholeFaces ? c : std::max<std::size_t>(c, 1);
-        points[at] = o.view == 2 ? p.side : o.view == 3 ? p.top : p.front;
+class Redraw {
+ public:
+  Redraw(Program& program, const RedrawOptions& o)
+      : m_program(program),
+        m_form(program.formOBJ),
+        m_o(o),
+        m_groups(colourTable(m_form.ListGroupColors)),
+        m_materials(colourTable(m_form.ListMATColors)),
+        m_scales{m_form.xScale, m_form.yScale} {}
+
+  void run() {
+    text::FigureScanner in(filePath(m_program, m_form.captionPath()));
+    auto next = Clock::now() + std::chrono::milliseconds(50);
+    std::string scratch;
+    std::string_view raw, line;
+    while (in.rawLine(raw)) {
+      text::ObjLineKind kind = text::normaliseObjLine(raw, scratch, line);
+      if (kind == text::ObjLineKind::Vertex) {
+        text::splitVertexLine(line, m_vertex);
+        m_table.push_back({text::CSng(text::Val(m_vertex.x)), text::CSng(text::Val(m_vertex.y)),
+                           text::CSng(text::Val(m_vertex.z))});
+      } else if (kind == text::ObjLineKind::Group) {
+        colour(line, m_groups, m_o.groupColours);
+      } else if (kind == text::ObjLineKind::Material) {
+        colour(line, m_materials, m_o.materialColours);
+      } else if (kind == text::ObjLineKind::Face) {
+        face(line);
       }
-      if (f.OptionNoColors.value()) f.PictureStore.setFillColor(0x800000);
-      if (o.wholeFaces)
-        o.target->polygon(program.services, points.data(), static_cast<int>(corners.positions));
-      else if (corners.positions >= 2)
-        o.target->polygon(program.services, points.data() + 1, static_cast<int>(corners.positions - 1));
+      if (Clock::now() >= next) {
+        if (!m_form.drawingHidden) m_o.target->refresh();
+        m_program.services.yield();
+        next = Clock::now() + std::chrono::milliseconds(50);
+      }
     }
-    if (Clock::now() >= next) {
-      if (!f.drawingHidden) o.target->refresh();
-      program.services.yield();
-      next = Clock::now() + std::chrono::milliseconds(50);
-    }
+    m_o.target->refresh();
   }
-  o.target->refresh();
-}
+
+ private:
+  void colour(std::string_view line, const std::unordered_map<std::string, ui::Colour>& colours, bool on) {
+    auto found = colours.find(std::string(line));
+    if (on && found != colours.end()) m_o.target->setFillColor(found->second);
+  }
+
+  void face(std::string_view line) {
+    text::walkFaceCorners(line, m_corners);
+    m_points.assign(m_corners.positions + 1, {});
+    int w = m_o.target->width(), h = m_o.target->height();
+    for (std::size_t c = 0; c < m_corners.positions; ++c) {
+      PicturePoints p = project(m_table[text::cornerSlot(m_corners, c, m_table.size() - 1)], m_scales, w, h);
+      std::size_t at = m_o.wholeFaces ? c : std::max<std::size_t>(c, 1);
+      m_points[at] = m_o.view == 2 ? p.side : m_o.view == 3 ? p.top : p.front;
+    }
+    if (m_form.OptionNoColors.value()) m_form.PictureStore.setFillColor(0x800000);
+    auto count = static_cast<int>(m_corners.positions);
+    if (m_o.wholeFaces)
+      m_o.target->polygon(m_program.services, m_points.data(), count);
+    else if (count >= 2)
+      m_o.target->polygon(m_program.services, m_points.data() + 1, count - 1);
+  }
+
+  Program& m_program;
+  ui::FormOBJ& m_form;
+  const RedrawOptions& m_o;
+  std::unordered_map<std::string, ui::Colour> m_groups, m_materials;
+  ViewScales m_scales;
+  std::vector<ui::ObjVertex> m_table{ui::ObjVertex{}};
+  text::VertexText m_vertex;
+  text::FaceCorners m_corners;
+  std::vector<ui::PicturePoint> m_points;
+};
 
 }  // namespace
 
@@ -95,13 +118,15 @@ void RefreshOBJ(Program& program) {
   ui::DrawnPicture* pictures[] = {&f.PictureStore, &f.PictureStore2, &f.PictureStore3};
   ui::DrawnPicture* target = pictures[view - 1];
   target->Cls();
-  redraw(program, {target, view, false, f.OptionColorGroups.value(), false});
+  RedrawOptions options{target, view, false, f.OptionColorGroups.value(), false};
+  Redraw(program, options).run();
 }
 
 void PreviewOBJ(Program& program) {
   ui::FormOBJ& f = program.formOBJ;
   f.PictureNoDX.Cls();
-  redraw(program, {&f.PictureNoDX, 1, true, f.OptionColorGroups.value(), f.OptionColorMaterials.value()});
+  RedrawOptions options{&f.PictureNoDX, 1, true, f.OptionColorGroups.value(), f.OptionColorMaterials.value()};
+  Redraw(program, options).run();
 }
 
 void invertBox(ui::DrawnPicture& picture, int x1, int y1, int x2, int y2) {

@@ -25,28 +25,25 @@ double powerOfTen(int n) {
   return table[static_cast<std::size_t>(std::clamp(n, -340, 320) + 340)];
 }
 
-// Formats with `digits` significant digits in the run-time's form. The digits come from
-// to_chars, correctly rounded as printf rounds them, and the text is put together in
-// place: the tools write millions of numbers.
-std::string formatNumber(double value, int digits, int upperExponent) {
-  if (value == 0 || std::isnan(value)) return " 0";
-  if (std::isinf(value)) return value > 0 ? " 1.#INF" : "-1.#INF";
+int exponentOf(const char* from, const char* to) {
+  bool negative = *from == '-';
+  int n = 0;
+  for (const char* p = from + (*from == '-' || *from == '+'); p < to; ++p) n = n * 10 + (*p - '0');
+  return negative ? -n : n;
+}
+
+// The significant digits of |value| rounded to `digits` (trailing zeros dropped) and its
+// decimal exponent. The shortest text that reads back as the same number is that
+// rounding when it has no more digits and lies well within half a step of the rounding
+// from the number, and it is much quicker to find; anything else is rounded by to_chars,
+// correctly, as printf rounds.
+int roundedDigits(double magnitude, int digits, char* mantissa, int& exponent) {
   char buf[64];
-  // The shortest text that reads back as the same number is the rounding to `digits`
-  // when it has no more digits than that and lies well within half a step of that
-  // rounding from the number; it is much quicker to find. Anything else is rounded.
-  double magnitude = std::fabs(value);
   std::to_chars_result written =
       digits <= 7
           ? std::to_chars(buf, buf + sizeof buf, static_cast<float>(magnitude), std::chars_format::scientific)
           : std::to_chars(buf, buf + sizeof buf, magnitude, std::chars_format::scientific);
   const char* e = std::find(buf, written.ptr, 'e');
-  auto exponentOf = [](const char* from, const char* to) {
-    bool negative = *from == '-';
-    int n = 0;
-    for (const char* p = from + (*from == '-' || *from == '+'); p < to; ++p) n = n * 10 + (*p - '0');
-    return negative ? -n : n;
-  };
   bool shortestWillDo = e - buf - (e - buf > 1 ? 1 : 0) <= digits;
   // A normal double's shortest text is far closer to it than half a step of 15 digits;
   // a single's may not be, and is checked.
@@ -59,13 +56,23 @@ std::string formatNumber(double value, int digits, int upperExponent) {
   if (!shortestWillDo)
     written = std::to_chars(buf, buf + sizeof buf, magnitude, std::chars_format::scientific, digits - 1);
   // buf: d.dddde±XX
-  char mantissa[32];
   int m = 0;
   const char* p = buf;
   for (; p < written.ptr && *p != 'e'; ++p)
     if (*p != '.') mantissa[m++] = *p;
-  int exponent = exponentOf(p + 1, written.ptr);
+  exponent = exponentOf(p + 1, written.ptr);
   while (m > 1 && mantissa[m - 1] == '0') --m;
+  return m;
+}
+
+// Formats with `digits` significant digits in the run-time's form, put together in
+// place: the tools write millions of numbers.
+std::string formatNumber(double value, int digits, int upperExponent) {
+  if (value == 0 || std::isnan(value)) return " 0";
+  if (std::isinf(value)) return value > 0 ? " 1.#INF" : "-1.#INF";
+  char mantissa[32];
+  int exponent = 0;
+  int m = roundedDigits(std::fabs(value), digits, mantissa, exponent);
 
   char text[96];
   int n = 0;
