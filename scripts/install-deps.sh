@@ -6,7 +6,7 @@ set -euo pipefail
 PACKAGES=(
   qt6-base-dev libqt6opengl6-dev libgl-dev libgl1-mesa-dri libglx-mesa0
   xvfb xauth fonts-dejavu-core
-  libarchive-dev libzip-dev pkg-config
+  libarchive-dev libzip-dev libpng-dev pkg-config
   libgtest-dev googletest libbenchmark-dev
   ccache cmake ninja-build g++
   # clang with its runtimes (libFuzzer and the sanitizers) for the fuzz targets, scripts/fuzz.sh

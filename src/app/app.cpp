@@ -4,6 +4,7 @@
 #include "editor/editor_handover.h"
 #include "library/library_events.h"
 #include "morph/morph_events.h"
+#include "obj/obj_events.h"
 #include "program/program.h"
 #include "workspace/workspace_events.h"
 
@@ -17,6 +18,7 @@ const EventTable& eventTable() {
     registerMorphEvents(t);
     registerEditorEvents(t);
     registerLibraryEvents(t);
+    registerObjEvents(t);
     return t;
   }();
   return table;

@@ -9,6 +9,7 @@
 
 #include "gui/qt_settings.h"
 #include "gui/editor_window.h"
+#include "gui/obj_window.h"
 #include "gui/qt_text.h"
 #include "program/program.h"
 
@@ -60,6 +61,7 @@ const FormWindowFactory* formWindowFactory(const std::string& formName) {
 void registerBuiltInFormWindows() {
   if (formWindowFactory("FormNotes") == nullptr) registerFormWindow("FormNotes", makeNotesWindow);
   if (formWindowFactory("FormEditor") == nullptr) registerEditorWindow();
+  if (formWindowFactory("FormOBJ") == nullptr) registerObjWindow();
 }
 
 FormWindow::FormWindow(FormBinding& binding, QWidget* mainWindow)

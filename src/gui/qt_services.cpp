@@ -17,6 +17,7 @@
 #include <QThread>
 #include <QTimer>
 
+#include "gui/qt_painter.h"
 #include "gui/qt_text.h"
 #include "gui/tile_close.h"
 
@@ -230,5 +231,7 @@ std::filesystem::path QtServices::systemFolder() {
 }
 
 std::chrono::system_clock::time_point QtServices::now() { return std::chrono::system_clock::now(); }
+
+std::unique_ptr<ui::PicturePainter> QtServices::painter(ui::Raster& raster) { return qtPainter(raster); }
 
 }  // namespace tolvane::gui

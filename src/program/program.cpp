@@ -14,6 +14,7 @@ Program::Program(ui::Services& services_, ui::Settings& settings_, ProgramOption
   addForm(&opening);
   addForm(&formNotes);
   addForm(&formEditor);
+  addForm(&formOBJ);
 }
 
 const EventTable& Program::events() const {

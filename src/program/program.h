@@ -9,7 +9,9 @@
 #include <vector>
 
 #include "program/events.h"
+#include "text/run_time_random.h"
 #include "ui/form_editor.h"
+#include "ui/form_obj.h"
 #include "ui/opening.h"
 #include "ui/services.h"
 #include "ui/settings.h"
@@ -51,6 +53,9 @@ class Program {
   ui::Opening opening;
   ui::FormNotes formNotes;
   ui::FormEditor formEditor;
+  ui::FormOBJ formOBJ;
+  // The run-time's random numbers, one sequence for the whole program.
+  text::RunTimeRandom random;
 
   // Every form by its name ("Opening", "FormNotes", ...); nullptr for an unknown name.
   ui::Form* form(const std::string& name) const;

@@ -8,8 +8,10 @@
 #include "app/app.h"
 #include "program/events.h"
 #include "program/program.h"
+#include "script/png_file.h"
 #include "script/script_line.h"
 #include "text/figure_text.h"
+#include "ui/drawn_picture.h"
 #include "ui/scripted_services.h"
 
 namespace tolvane::script {
@@ -332,6 +334,18 @@ void Runner::verify(const ScriptLine& line) {
       if (!matchesLine(a, e))
         why = "message " + std::to_string(i + 1) + " is \"" + a + "\", expected \"" + e + "\"";
     }
+    check(why.empty(), line, why);
+  } else if (s == "check-picture" || s == "save-picture") {
+    if (w.size() != 2) throw ScriptWrong(s + " needs CONTROL FILE");
+    auto* picture = dynamic_cast<ui::DrawnPicture*>(target(w[0]).control);
+    if (picture == nullptr) throw ScriptWrong(w[0] + " is not a picture the program draws");
+    std::string why;
+    if (s == "save-picture") {
+      if (!writePng(file(w[1]), picture->raster(), why)) throw ScriptWrong("cannot write " + w[1] + ": " + why);
+      return;
+    }
+    auto expected = readPng(file(w[1]), why);
+    if (expected) why = pictureDifference(picture->raster(), *expected);
     check(why.empty(), line, why);
   } else {
     act(line);

@@ -4,6 +4,7 @@
 // 1E-04 in magnitude and from 1E+07 (single) or 1E+15 (double) up.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -15,6 +16,12 @@ std::string StrInteger(long long value);  // " 12", "-3"
 
 // Narrowing to single precision, as a Single variable holds the value.
 double toSingle(double value);
+// The same narrowing where a value beyond the single range is run-time error 6
+// (Overflow), as an assignment to a Single raises it.
+float CSng(double value);
+// Rounding to a 32-bit integer as an assignment to a Long does it: halves go to the
+// even neighbour; a value outside the range is run-time error 6.
+std::int32_t CLng(double value);
 
 // Longest numeric prefix after leading blanks and tabs; 0 when there is none.
 double Val(std::string_view text);

@@ -6,11 +6,13 @@
 
 #include <chrono>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "ui/controls.h"
+#include "ui/raster.h"
 
 namespace tolvane::ui {
 
@@ -69,6 +71,9 @@ class Services {
   // The operating system's folder where the exit sound lies.
   virtual std::filesystem::path systemFolder() = 0;
   virtual std::chrono::system_clock::time_point now() = 0;
+  // The painter that draws into a picture's pixels: the software painter, unless the
+  // front end paints with its own engine.
+  virtual std::unique_ptr<PicturePainter> painter(Raster& raster) { return softwarePainter(raster); }
 };
 
 // Shorthand for a message box.

@@ -28,6 +28,12 @@ TEST(OptionGroups, AnOptionTurnedOnTurnsOffOnlyTheOthersOfItsContainer) {
       {"Opening", "OptionChannelRename", {"OptionBodyPartRename"}, {"OptionMashMorph"}},
       {"Opening", "OptionMashMorph", {"OptionMashOBJ"}, {"OptionChannelRename"}},
       {"Opening", "OptionMashOBJ", {"OptionMashMorph"}, {"OptionBodyPartRename"}},
+      {"FormOBJ", "OptionFrontView", {"OptionSideView", "OptionTopView"}, {"OptionNoColors"}},
+      {"FormOBJ", "OptionSideView", {"OptionFrontView", "OptionTopView"}, {"OptionColorGroups"}},
+      {"FormOBJ", "OptionTopView", {"OptionFrontView", "OptionSideView"}, {"OptionColorMaterials"}},
+      {"FormOBJ", "OptionColorGroups", {"OptionColorMaterials", "OptionNoColors"}, {"OptionTopView"}},
+      {"FormOBJ", "OptionColorMaterials", {"OptionColorGroups", "OptionNoColors"}, {"OptionFrontView"}},
+      {"FormOBJ", "OptionNoColors", {"OptionColorGroups", "OptionColorMaterials"}, {"OptionSideView"}},
   };
   std::set<std::string> covered;
   for (const auto& c : cases) {

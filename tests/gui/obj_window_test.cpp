@@ -1,0 +1,153 @@
+// The OBJ workbench's window: opened from the main window on the sample figure's mesh,
+// its three still pictures drawn with QPainter into the form's pixels, and the live view
+// turned by Space on OpenGL (under a real X server) or by the software renderer.
+#include "gui/obj_window.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QRadioButton>
+#include <QTest>
+
+#include "gui/gl_mesh_view.h"
+#include "gui/picture_view.h"
+#include "gui_test_support.h"
+#include "program/program.h"
+
+using namespace tolvane;
+
+namespace {
+
+int pixelsNotWhite(const QImage& image) {
+  int n = 0;
+  for (int y = 0; y < image.height(); ++y)
+    for (int x = 0; x < image.width(); ++x) n += (image.pixel(x, y) & 0xFFFFFF) != 0xFFFFFF;
+  return n;
+}
+
+int pixelsOf(const QImage& image, QRgb colour) {
+  int n = 0;
+  for (int y = 0; y < image.height(); ++y)
+    for (int x = 0; x < image.width(); ++x) n += (image.pixel(x, y) & 0xFFFFFF) == (colour & 0xFFFFFF);
+  return n;
+}
+
+}  // namespace
+
+class ObjWindowTest : public QObject {
+  Q_OBJECT
+
+  struct Session {
+    gui::test::WindowFixture f{true};
+    std::string obj;
+    gui::ObjWindow* window = nullptr;
+
+    Session() {
+      obj = tolvane::test::copyInto(TOLVANE_SAMPLES "/Runtime/Geometries/Tolvane/ava.obj", f.program.files())
+                .string();
+      f.opening().OpenFilePath = obj;
+      f.opening().PictureOBJView.setVisible(true);
+      gui::FormBinding::flushAll();
+      QTest::mouseClick(f.window->widgetFor("PictureOBJView"), Qt::LeftButton);
+      QApplication::processEvents();
+      window = qobject_cast<gui::ObjWindow*>(f.window->formWindow("FormOBJ"));
+    }
+    ui::FormOBJ& form() { return f.program->formOBJ; }
+    template <class W>
+    W* child(const char* name) {
+      return window->findChild<W*>(name);
+    }
+    void load() {
+      QTest::mouseClick(child<QLabel>("LabelView"), Qt::LeftButton);
+      QApplication::processEvents();
+    }
+    void turn() {
+      QTest::keyClick(window, Qt::Key_Space);
+      QTest::keyClick(window, Qt::Key_Space);
+      QTRY_VERIFY_WITH_TIMEOUT(form().angle > 10, 5000);
+    }
+  };
+
+ private slots:
+  void showsTheThreeStillPicturesOfTheSampleMesh() {
+    Session s;
+    QVERIFY(s.window != nullptr);
+    QVERIFY(s.window->isVisible());
+    s.load();
+    QCOMPARE(s.window->windowTitle().toStdString(), "OBJ Viewer " + s.obj);
+    QVERIFY(s.form().loaded);
+    QCOMPARE(s.form().ListGroups.listCount(), 51);
+    const char* pictures[] = {"PictureStore", "PictureStore2", "PictureStore3"};
+    const char* options[] = {"OptionFrontView", "OptionSideView", "OptionTopView"};
+    for (int i = 0; i < 3; ++i) {
+      QRadioButton* option = s.child<QRadioButton>(options[i]);
+      QTest::mouseClick(option, Qt::LeftButton, {}, QPoint(6, option->height() / 2));  // on its circle
+      QApplication::processEvents();
+      gui::PictureView* view = s.window->pictureView(pictures[i]);
+      QVERIFY(view->isVisible());
+      for (int j = 0; j < 3; ++j)
+        if (j != i) QVERIFY(!s.window->pictureView(pictures[j])->isVisible());
+      // What the window shows is the form's picture, drawn with QPainter.
+      QImage shown = view->grab().toImage();
+      QVERIFY(pixelsNotWhite(shown) > 100);
+      QCOMPARE(shown.convertToFormat(QImage::Format_RGB32), view->image());
+    }
+    // The key table's captions.
+    QTest::mouseClick(s.child<QLabel>("LabelHotKeys"), Qt::LeftButton);
+    QApplication::processEvents();
+    QCOMPARE(s.form().ListHotKeys.list(2), std::string("Space: start/stop rotate"));
+  }
+
+  void turnsTheLiveViewWithTheSoftwareRenderer() {
+    if (gui::openGlUsable()) QSKIP("the live view is on OpenGL here");
+    Session s;
+    s.load();
+    s.turn();
+    gui::PictureView* live = s.window->pictureView("PictureObjViewer2");
+    QVERIFY(live->isVisible());
+    QVERIFY(pixelsOf(live->image(), qRgb(0, 0, 255)) > 100);
+    QTest::keyClick(s.window, Qt::Key_Space);  // stops
+    QTRY_VERIFY(!s.form().TimerRotate.enabled());
+  }
+
+  void turnsTheLiveViewOnOpenGl() {
+    if (!gui::openGlUsable()) QSKIP("no OpenGL context on this platform");
+    Session s;
+    s.load();
+    QVERIFY(s.window->glView() != nullptr);
+    s.turn();
+    QVERIFY(s.window->glView()->isVisible());
+    QTRY_VERIFY(s.window->glView()->framesPainted() > 5);
+    QImage frame = s.window->glView()->grabFramebuffer();
+    QVERIFY(pixelsOf(frame, qRgb(0, 0, 255)) > 100);
+    // The keys act while it turns: "9" speeds it up, "/" zooms out.
+    QTest::keyClick(s.window, Qt::Key_9);
+    QTest::keyClick(s.window, Qt::Key_Slash);
+    QCOMPARE(s.form().speed, std::int16_t(2));
+    QCOMPARE(s.form().zoom, 1.9f);
+  }
+
+  void closingRewritesThePendingRename() {
+    Session s;
+    s.load();
+    ui::FormOBJ& f = s.form();
+    f.ListGroups.setListIndex(0);
+    f.renamed = false;
+    f.ListGrpRen.addItem("hip*pelvis");
+    f.renamed = true;
+    std::string saved = (s.f.program.files() / "renamed.obj").string();
+    s.f.program.services.dialog(saved);
+    s.window->close();
+    QApplication::processEvents();
+    QVERIFY(!s.window->isVisible());
+    QVERIFY(tolvane::test::readFile(saved).find("g pelvis\r\n") != std::string::npos);
+  }
+};
+
+int main(int argc, char** argv) {
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  QApplication app(argc, argv);
+  ObjWindowTest test;
+  return QTest::qExec(&test, argc, argv);
+}
+
+#include "obj_window_test.moc"
