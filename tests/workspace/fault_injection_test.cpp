@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <chrono>
 
 #include "fault_walk.h"
 #include "text/figure_text.h"
@@ -42,6 +43,54 @@ struct LineFeedFigure {
   WorkspaceFixture w;
   std::filesystem::path file;
 };
+
+// Notes kept over the years: the notebook in the Work folder and the exit's notes file
+// beside it.
+struct Notebook {
+  Notebook() {
+    t.services.setNow(std::chrono::system_clock::from_time_t(0));
+    writeFile(t.work() / "Notes.txt", crlf({"**** older notes ****", "keep these"}));
+    writeFile(t.work().string() + "Notes.txt", crlf({"**** older notes ****", "keep these too"}));
+  }
+  TestProgram& program() { return t; }
+  std::filesystem::path userFolder() { return t.dir.path(); }
+  TestProgram t;
+};
+
+TEST(WorkspaceFaults, Notes) {
+  struct Writer {
+    const char* name;
+    Step<Notebook> prepare, run;
+  };
+  const Writer writers[] = {
+      {"double click appends",
+       {},
+       [](Notebook& n) {
+         n.t->opening.TextOpeningNotes.setText("fix the lShin morph");
+         fireEvent(*n.t, "Opening", "TextOpeningNotes", EventKind::DblClick);
+       }},
+      {"the notebook saves",
+       [](Notebook& n) { fireEvent(*n.t, "Opening", "MenuNotebook", EventKind::Click); },
+       [](Notebook& n) {
+         ui::TextBox& page = n.t->formNotes.RichTextBox1;
+         page.setText(page.text() + "a new line\r\n");
+         fireEvent(*n.t, "FormNotes", "CommandSave", EventKind::Click);
+       }},
+      {"the exit appends",
+       {},
+       [](Notebook& n) {
+         n.t->opening.TextOpeningNotes.setText("remember");
+         n.t.services.answer(ui::Answer::OK);  // the notes could not be written
+         fireEvent(*n.t, "Opening", "Opening", EventKind::Unload);
+       }},
+  };
+  for (const Writer& w : writers) {
+    for (int error : kErrors) {
+      SCOPED_TRACE(std::string(w.name) + " with errno " + std::to_string(error));
+      walkFaults<Notebook>(error, w.run, w.prepare);
+    }
+  }
+}
 
 TEST(WorkspaceFaults, SaveAndSaveAsOfThePathBoxes) {
   for (const char* menu : {"MenuFileSave", "MenuFileSaveAs"}) {
