@@ -105,18 +105,49 @@ TEST(WorkspaceFaults, SaveAndSaveAsOfThePathBoxes) {
   }
 }
 
-TEST(WorkspaceFaults, OpenWithTheLineEndingRepair) {
+// The same figure with a line that begins with blanks, which Open chops.
+struct BlankFigure {
+  BlankFigure() {
+    file = w.t.files() / "fig.cr2";
+    writeFile(file, text::Replace(readFile(kSave / "figure.cr2"), "\r\nversion\r\n", "\r\n  version\r\n"));
+  }
+  TestProgram& program() { return w.t; }
+  std::filesystem::path userFolder() { return w.t.files(); }
+  WorkspaceFixture w;
+  std::filesystem::path file;
+};
+
+TEST(WorkspaceFaults, OpenThatChopsLeadingBlanks) {
   for (int error : kErrors) {
     SCOPED_TRACE("errno " + std::to_string(error));
-    walkFaults<LineFeedFigure>(error, [](LineFeedFigure& f) {
-      ui::ScriptedServices& s = f.w.t.services;
-      s.dialog(f.file.string());
-      s.answer(ui::Answer::OK);  // back up and continue
-      s.answer(ui::Answer::OK);  // please wait
-      s.answer(ui::Answer::OK);  // converted
-      s.answer(ui::Answer::OK);  // more than one texture map
+    walkFaults<BlankFigure>(error, [](BlankFigure& f) {
+      f.w.t.services.dialog(f.file.string());
+      f.w.t.services.answer(ui::Answer::OK);  // more than one texture map
       fireEvent(*f.w.t, "Opening", "MenuFileOpen", EventKind::Click);
     });
+  }
+}
+
+TEST(WorkspaceFaults, OpenWithTheLineEndingRepair) {
+  const Step<LineFeedFigure> none,
+      olderBackup = [](LineFeedFigure&f) { writeFile(f.w.t.files() / "figCR2.bak", "an older backup"); };
+  for (const auto* prepare : {&none, &olderBackup}) {
+    for (int error : kErrors) {
+      SCOPED_TRACE(std::string(*prepare ? "with" : "without") + " an older backup, errno " +
+                   std::to_string(error));
+      walkFaults<LineFeedFigure>(
+          error,
+          [](LineFeedFigure& f) {
+            ui::ScriptedServices& s = f.w.t.services;
+            s.dialog(f.file.string());
+            s.answer(ui::Answer::OK);  // back up and continue
+            s.answer(ui::Answer::OK);  // please wait
+            s.answer(ui::Answer::OK);  // converted
+            s.answer(ui::Answer::OK);  // more than one texture map
+            fireEvent(*f.w.t, "Opening", "MenuFileOpen", EventKind::Click);
+          },
+          *prepare);
+    }
   }
 }
 
