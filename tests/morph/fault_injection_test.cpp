@@ -53,7 +53,9 @@ const Tool kTools[] = {
        w.selectChannels({"\tNarrow"});
      },
      [](Workbench& w) {
-       w.answerAndSave(3);  // same geometry? go on; saved?
+       w.services.answer(Answer::OK);  // the geometry note
+       w.services.answer(Answer::OK);  // the same obj: go on
+       w.answerAndSave(1);
        w.fire("PictureCopyToDest", EventKind::Click);
      }},
     {"MorphRename",

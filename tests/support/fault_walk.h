@@ -56,12 +56,14 @@ void walkFaultsOnce(int error, const Step<Fixture>& step, const Step<Fixture>& p
   {
     Fixture f;
     if (prepare) prepare(f);
+    FolderShot before = snapshot(f.userFolder());
     std::uint64_t start = text::disk::operationCount();
     step(f);
     operations = text::disk::operationCount() - start;
     clean = snapshot(f.userFolder());
     cleanMessages = shownMessages(f.program().services);
     ASSERT_EQ(f.program().services.runTimeErrorReports(), 0) << "the clean run failed";
+    ASSERT_NE(clean, before) << "the clean run left the user's files as they were";
   }
   ASSERT_GT(operations, 0u) << "the step writes nothing";
   for (std::uint64_t n = 1; n <= operations; ++n) {
