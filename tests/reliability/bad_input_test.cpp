@@ -286,31 +286,26 @@ const Input kInputs[] = {
     {"dangling symbolic link",
      [](const fs::path& p) { fs::create_symlink("gone.cr2", p); },
      {"File not found"}},
-    {"name longer than 255 bytes",
-     [](const fs::path&) {},
-     {"Bad file name"},
-     kLongName.c_str(),
-     false,
-     false},
-    {"non-ASCII path with blanks",
-     [](const fs::path& p) { writeFile(p, readFile(kFigure)); },
-     {},
-     "Fïgür mit Leerzeichen é/Ava 2 (copie).cr2",
-     false,
-     true,
-     true},
-    {"file that shrinks while it is read",
-     [](const fs::path& p) {
-       static const std::string many = [] {
-         std::string text = readFile(kFigure), many;
-         while (many.size() < (16 << 20)) many += text;
-         return many;
-       }();
-       writeFile(p, many);
-     },
-     {},
-     "fig.cr2",
-     true},
+    {.name = "name longer than 255 bytes",
+     .make = [](const fs::path&) {},
+     .cause = {"Bad file name"},
+     .file = kLongName.c_str(),
+     .made = false},
+    {.name = "non-ASCII path with blanks",
+     .make = [](const fs::path& p) { writeFile(p, readFile(kFigure)); },
+     .file = "Fïgür mit Leerzeichen é/Ava 2 (copie).cr2",
+     .sound = true},
+    {.name = "file that shrinks while it is read",
+     .make =
+         [](const fs::path& p) {
+           static const std::string many = [] {
+             std::string text = readFile(kFigure), many;
+             while (many.size() < (16 << 20)) many += text;
+             return many;
+           }();
+           writeFile(p, many);
+         },
+     .shrinks = true},
     {"4 GB sparse file",
      [](const fs::path& p) {
        int fd = ::open(p.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
@@ -437,7 +432,7 @@ void runCell(const Input& in, const EntryPoint& entry) {
         << path << " changed or was left beside it" << messages;
   }
   for (const auto& [path, bytes] : before) EXPECT_TRUE(after.count(path)) << path << " is gone" << messages;
-  if (in.sound && entry.writes) EXPECT_TRUE(fs::exists(cell.user.saveAs)) << "nothing was saved" << messages;
+  EXPECT_TRUE(!in.sound || !entry.writes || fs::exists(cell.user.saveAs)) << "nothing was saved" << messages;
 }
 
 TEST(BadInput, EveryEntryPointOnEveryInput) {
