@@ -1,8 +1,10 @@
 #include "editor/editor_panes.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 
 #include "text/figure_text.h"
@@ -32,6 +34,23 @@ std::string sizeCaption(std::uint64_t length) {
   return text::StrInteger(static_cast<long long>(length)) + " bytes";
 }
 
+std::uint64_t largestPaneFile() {
+  const long pages = ::sysconf(_SC_PHYS_PAGES), pageSize = ::sysconf(_SC_PAGESIZE);
+  const std::uint64_t memory = pages > 0 && pageSize > 0 ? std::uint64_t(pages) * std::uint64_t(pageSize) : 0;
+  return memory == 0 ? kLargestPaneFile : std::min(kLargestPaneFile, memory / 4);
+}
+
+void checkPaneCanHold(const std::string& path, std::uint64_t length) {
+  const std::uint64_t most = largestPaneFile();
+  if (length <= most) return;
+  throw text::RuntimeError(text::kOutOfMemory,
+                           "This file is " + std::to_string(length >> 20) +
+                               " MB, more than the Manual Editor can hold (" + std::to_string(most >> 20) +
+                               " MB). It is left as it was; open it in an editor made for large files, or "
+                               "work on it with the channel tools, which read it piece by piece.",
+                           path);
+}
+
 namespace {
 // One read of the whole file into one string: the pane holds the text in memory anyway.
 std::string readWholeFile(const std::string& path) {
@@ -41,7 +60,12 @@ std::string readWholeFile(const std::string& path) {
     text::raiseError(errno == ENOENT ? text::kFileNotFound : text::errorNumberFromErrno(errno, false), path);
   std::string bytes;
   try {
-    const std::size_t length = text::fileLength(native);
+    struct stat st {};
+    if (::fstat(fd, &st) != 0) text::raiseError(text::kDeviceIOError, path);
+    // A folder opens like a file and fails only at the read: name it for what it is.
+    if (S_ISDIR(st.st_mode)) text::raiseError(text::kPathFileAccessError, path);
+    const std::size_t length = static_cast<std::size_t>(st.st_size);
+    checkPaneCanHold(path, length);
     bytes.reserve(length + length / 8 + 4096);  // the pane's room for edits
     bytes.resize(length);
     std::size_t done = 0;
@@ -80,6 +104,10 @@ void openInPane(Program& program, Side side, const std::string& path) {
   } else if (form.RichTextBox2.visible()) {
     form.RichTextBox1.setWidth(ui::kPaneShrunkWidth);
   }
+  // A file too large is refused before the repair offers to rewrite it.
+  struct stat st {};
+  if (::stat(text::nativePath(path).c_str(), &st) == 0 && S_ISREG(st.st_mode))
+    checkPaneCanHold(path, st.st_size);
   RepairLineEndingsEditor(program, path);
   program.setBusy(true);
   std::uint64_t length = loadPaneFile(pane, path);

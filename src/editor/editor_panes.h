@@ -26,6 +26,15 @@ std::string paneFile(const ui::FormEditor& form, Side side);
 // The size label's text: the length as the run-time writes numbers, and " bytes".
 std::string sizeCaption(std::uint64_t length);
 
+// The largest file a pane takes: the pane holds the whole text with room for edits, and
+// the window's view of it needs several times as much again. At most 1 GB, and a
+// quarter of the machine's memory where that is less.
+inline constexpr std::uint64_t kLargestPaneFile = 1ull << 30;
+std::uint64_t largestPaneFile();
+// A file longer than that is run-time error 7 with a message that says what the user
+// can do instead; nothing is read.
+void checkPaneCanHold(const std::string& path, std::uint64_t length);
+
 // Reads the whole file into the pane as it stands; returns the file's length.
 std::uint64_t loadPaneFile(ui::TextPane& pane, const std::string& path);
 

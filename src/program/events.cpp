@@ -36,7 +36,7 @@ void runGuarded(Program& program, const std::function<void()>& command) {
   } catch (const std::filesystem::filesystem_error& e) {
     reportRunTimeError(program, text::kPathFileAccessError, e.what());
   } catch (const std::bad_alloc&) {
-    reportRunTimeError(program, 7, "Out of memory");
+    reportRunTimeError(program, text::kOutOfMemory, text::errorText(text::kOutOfMemory));
   }
 }
 

@@ -14,6 +14,7 @@ namespace {
 std::atomic<std::uint64_t> g_count{0};
 std::atomic<std::uint64_t> g_failAt{0};  // the operation number that fails; 0: none
 std::atomic<int> g_error{0};
+std::atomic<bool> g_acrossFolders{false};  // renames between folders fail with EXDEV
 
 // Counts the operation; true (with errno set) when it is the one to fail.
 bool injected() {
@@ -32,6 +33,8 @@ void failOperation(std::uint64_t n, int error) {
 }
 
 std::uint64_t operationCount() { return g_count.load(); }
+
+void refuseRenamesAcrossFolders(bool on) { g_acrossFolders = on; }
 
 int openForWriting(const std::filesystem::path& path, int flags, mode_t mode) {
   if (injected()) return -1;
@@ -79,6 +82,15 @@ int close(int fd) {
 
 int rename(const std::filesystem::path& from, const std::filesystem::path& to) {
   if (injected()) return -1;
+  if (g_acrossFolders) {
+    auto folder = [](const std::filesystem::path& p) {
+      return std::filesystem::absolute(p).lexically_normal().parent_path();
+    };
+    if (folder(from) != folder(to)) {
+      errno = EXDEV;
+      return -1;
+    }
+  }
   return ::rename(from.c_str(), to.c_str());
 }
 

@@ -34,5 +34,8 @@ void flushFolder(const std::filesystem::path& folder);
 // 0 switches the fault off. Operations are counted whether or not a fault is set.
 void failOperation(std::uint64_t n, int error);
 std::uint64_t operationCount();
+// Test switch: with `on`, a rename from one folder into another fails with EXDEV as it
+// does between two file systems, so that a test reaches the copy made beside the target.
+void refuseRenamesAcrossFolders(bool on);
 
 }  // namespace tolvane::text::disk

@@ -138,6 +138,7 @@ bool FigureScanner::refill() {
   // virtual machines they run several times faster than mapping the file, and a file
   // cut short while it is read ends the text instead of faulting.
   std::size_t kept = static_cast<std::size_t>(have - keep);
+  if (kept > kLongestLine) raiseLineTooLong(m_path.string());
   if (m_shared && lendWindow(keep, kept)) return true;
   std::size_t size = static_cast<std::size_t>(
       std::min<std::uint64_t>(std::max<std::uint64_t>(m_window, std::uint64_t{kept} * 2), m_length - keep));

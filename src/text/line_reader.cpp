@@ -68,6 +68,7 @@ void LineReader::readLineInto(std::string& out) {
     if (cr == nullptr) {
       out.append(start, m_end - m_pos);
       m_pos = m_end;
+      if (out.size() > kLongestLine) raiseLineTooLong(m_file.path().string());
       continue;
     }
     const char* crp = static_cast<const char*>(cr);
@@ -100,12 +101,17 @@ void LineReader::readFieldInto(std::string& out) {
   if (c == '"') {
     ++m_pos;
     // A quoted field runs to the next double quote; the rest up to the delimiter is dropped.
-    for (c = peek(); c >= 0 && c != '"'; c = peek()) {
+    std::size_t taken = 0;
+    for (c = peek(); c >= 0 && c != '"'; c = peek(), ++taken) {
+      if (taken > kLongestLine) raiseLineTooLong(m_file.path().string());
       out.push_back(static_cast<char>(c));
       ++m_pos;
     }
     if (c == '"') ++m_pos;
-    for (c = peek(); c >= 0 && c != ',' && c != '\r'; c = peek()) ++m_pos;
+    for (c = peek(); c >= 0 && c != ',' && c != '\r'; c = peek(), ++taken) {
+      if (taken > kLongestLine) raiseLineTooLong(m_file.path().string());
+      ++m_pos;
+    }
   } else {
     for (;;) {
       if (m_pos == m_end && !fill()) break;
@@ -115,6 +121,7 @@ void LineReader::readFieldInto(std::string& out) {
       out.append(start, static_cast<std::size_t>(stop - start));
       m_pos += static_cast<std::size_t>(stop - start);
       if (stop < limit) break;
+      if (out.size() > kLongestLine) raiseLineTooLong(m_file.path().string());
     }
     c = m_pos < m_end ? static_cast<unsigned char>(m_buffer[m_pos]) : peek();
   }

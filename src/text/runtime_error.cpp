@@ -9,7 +9,11 @@ std::string errorText(int number) {
   switch (number) {
     case kInvalidProcedureCall: return "Invalid procedure call or argument";
     case kOverflow: return "Overflow";
+    case kOutOfMemory:
+      return "Out of memory";
     case kSubscriptOutOfRange: return "Subscript out of range";
+    case kOutOfStringSpace:
+      return "Out of string space";
     case kTypeMismatch: return "Type mismatch";
     case kBadFileNameOrNumber: return "Bad file name or number";
     case kFileNotFound: return "File not found";
@@ -37,6 +41,14 @@ RuntimeError::RuntimeError(int number, std::string text, std::string path)
 }
 
 void raiseError(int number, const std::string& path) { throw RuntimeError(number, path); }
+
+void raiseLineTooLong(const std::string& path) {
+  throw RuntimeError(kOutOfStringSpace,
+                     "A line of this file is longer than " + std::to_string(kLongestLine >> 20) +
+                         " MB: it is no figure, or it is damaged. Nothing was changed; open the file you "
+                         "meant, or a backup of it.",
+                     path);
+}
 
 void ignoreErrors(const std::function<void()>& action) {
   try {

@@ -3,6 +3,7 @@
 // that no tool traps and keeps the program running.
 #pragma once
 
+#include <cstddef>
 #include <exception>
 #include <functional>
 #include <string>
@@ -13,8 +14,10 @@ namespace tolvane::text {
 enum ErrorNumber : int {
   kInvalidProcedureCall = 5,
   kOverflow = 6,
+  kOutOfMemory = 7,
   kSubscriptOutOfRange = 9,
   kTypeMismatch = 13,
+  kOutOfStringSpace = 14,
   kBadFileNameOrNumber = 52,
   kFileNotFound = 53,
   kBadFileMode = 54,
@@ -50,6 +53,12 @@ class RuntimeError : public std::exception {
 std::string errorText(int number);
 
 [[noreturn]] void raiseError(int number, const std::string& path = {});
+
+// The longest line (or field) a reader takes. No figure comes near it; a file that
+// holds one (a binary file, a disk image, a file of zeros) is refused with error 14
+// and a text that says so, before the line fills the memory.
+inline constexpr std::size_t kLongestLine = std::size_t{64} << 20;
+[[noreturn]] void raiseLineTooLong(const std::string& path);
 
 // Runs `action` and swallows run-time and file-system errors: the "errors ignored"
 // regions of the tools (scratch deletes, folder creation, renames after a repair).

@@ -12,9 +12,17 @@
 
 namespace tolvane::text {
 
+namespace {
+// A file that cannot be looked at: "File not found" where it is missing, and the real
+// cause otherwise (a name too long, a folder that may not be searched).
+[[noreturn]] void raiseUnreachable(const std::filesystem::path& path) {
+  raiseError(errorNumberFromErrno(errno, false), path.string());
+}
+}  // namespace
+
 void killFile(const std::filesystem::path& path) {
   struct stat st {};
-  if (::stat(path.c_str(), &st) != 0) raiseError(kFileNotFound, path.string());
+  if (::stat(path.c_str(), &st) != 0) raiseUnreachable(path);
   if (S_ISDIR(st.st_mode)) raiseError(kPathFileAccessError, path.string());
   if ((st.st_mode & S_IWUSR) == 0) raiseError(kPathFileAccessError, path.string());
   if (disk::unlink(path) != 0) raiseError(errorNumberFromErrno(errno, true), path.string());
@@ -26,7 +34,7 @@ void deleteIgnoringErrors(const std::filesystem::path& path) {
 
 void renameFile(const std::filesystem::path& from, const std::filesystem::path& to) {
   struct stat st {};
-  if (::stat(from.c_str(), &st) != 0) raiseError(kFileNotFound, from.string());
+  if (::stat(from.c_str(), &st) != 0) raiseUnreachable(from);
   if (::stat(to.c_str(), &st) == 0) raiseError(kFileAlreadyExists, to.string());
   if (disk::rename(from, to) != 0) {
     raiseError(errno == EXDEV ? kPathFileAccessError : errorNumberFromErrno(errno, true), to.string());
@@ -45,25 +53,25 @@ bool fileExists(const std::filesystem::path& path) {
 
 std::uint64_t fileLength(const std::filesystem::path& path) {
   struct stat st {};
-  if (::stat(path.c_str(), &st) != 0) raiseError(kFileNotFound, path.string());
+  if (::stat(path.c_str(), &st) != 0) raiseUnreachable(path);
   return static_cast<std::uint64_t>(st.st_size);
 }
 
 bool isReadOnly(const std::filesystem::path& path) {
   struct stat st {};
-  if (::stat(path.c_str(), &st) != 0) raiseError(kFileNotFound, path.string());
+  if (::stat(path.c_str(), &st) != 0) raiseUnreachable(path);
   return (st.st_mode & S_IWUSR) == 0;
 }
 
 void clearReadOnly(const std::filesystem::path& path) {
   struct stat st {};
-  if (::stat(path.c_str(), &st) != 0) raiseError(kFileNotFound, path.string());
+  if (::stat(path.c_str(), &st) != 0) raiseUnreachable(path);
   if (disk::chmod(path, st.st_mode | S_IWUSR) != 0) raiseError(kPermissionDenied, path.string());
 }
 
 void setReadOnly(const std::filesystem::path& path) {
   struct stat st {};
-  if (::stat(path.c_str(), &st) != 0) raiseError(kFileNotFound, path.string());
+  if (::stat(path.c_str(), &st) != 0) raiseUnreachable(path);
   if (disk::chmod(path, st.st_mode & ~(S_IWUSR | S_IWGRP | S_IWOTH)) != 0)
     raiseError(kPermissionDenied, path.string());
 }

@@ -74,6 +74,8 @@ class ScriptedServices : public Services {
   int tileCloses() const { return m_tileCloses; }
   int yields() const { return m_yields; }
   void clearRecords();
+  // Forgets the answers still queued, as when a step stopped before it asked.
+  void dropAnswers() { m_answers.clear(); }
   // With `on`, a run-time error report is answered OK without an answer queued, and
   // counted: the user of a test that makes the disk fail at every step in turn.
   void answerRunTimeErrors(bool on) { m_answerReports = on; }

@@ -81,9 +81,11 @@ void CheckBrackets(Program& program) {
     f.OpenFilePath = *chosen;
   }
   program.setBusy(true);
-  // A fault from here on, reading past the end above all, ends the check quietly.
+  // A file that cannot be opened (a folder, a file gone, one the user may not read) is
+  // reported; a fault once it is read, reading past the end above all, ends the check
+  // quietly.
+  text::FigureScanner in(filePath(program, f.OpenFilePath));
   try {
-    text::FigureScanner in(filePath(program, f.OpenFilePath));
     yieldWhileReading(program, in);
     text::Needles figureRes{"figureResFile"};
     do in.skipLines(figureRes, true, false);
@@ -99,7 +101,8 @@ void CheckBrackets(Program& program) {
       f.MenuCR2Tools.setEnabled(false);
       f.TimerPushpin.setEnabled(true);
     }
-  } catch (const text::RuntimeError&) {
+  } catch (const text::RuntimeError& e) {
+    if (e.number() == text::kOutOfStringSpace) throw;  // no figure: the user is told
   }
   program.setBusy(false);
 }

@@ -8,6 +8,8 @@
 #include <filesystem>
 #include <string>
 
+#include "text/runtime_error.h"
+
 namespace tolvane {
 class Program;
 
@@ -29,7 +31,7 @@ std::string BackupName(const std::string& path);
 // time linear in the file's size; a line longer than `longestLine` bytes stops it with
 // run-time error 5 and a message that says so.
 void convertLineEndings(const std::filesystem::path& source, const std::filesystem::path& scratch,
-                        std::size_t longestLine = std::size_t{256} << 20);
+                        std::size_t longestLine = text::kLongestLine);
 // Moves the backup that is in the way to the first free numbered name beside it
 // ("figCR2.bak" -> "figCR2.1.bak"); returns that name.
 std::filesystem::path keepOlderBackup(const std::filesystem::path& backup);

@@ -13,6 +13,7 @@
 #include "text/run_time_number.h"
 #include "text/runtime_error.h"
 #include "text/scratch_file.h"
+#include "text/scratch_move.h"
 #include "workspace/workspace.h"
 #include "workspace/workspace_events.h"
 #include "program/program.h"
@@ -235,10 +236,20 @@ void showFormNotes(Program& program) {
   program.formNotes.setVisible(true);
 }
 
+// The notebook's text is written beside the notes file and then replaces it in one
+// step: a write that fails (a full disk) leaves the older notes as they were.
 void saveFormNotes(Program& program) {
-  text::LineWriter out(program.workFile("Notes.txt"), text::LineWriter::Mode::Output);
-  out.write(program.formNotes.RichTextBox1.text());
-  out.close();
+  std::filesystem::path scratch = program.workFile("Notes.tmp");
+  text::deleteIgnoringErrors(scratch);
+  try {
+    text::LineWriter out(scratch, text::LineWriter::Mode::Output);
+    out.write(program.formNotes.RichTextBox1.text());
+    out.close();
+    text::replaceAtomically(scratch, program.workFile("Notes.txt"));
+  } catch (...) {
+    text::deleteIgnoringErrors(scratch);
+    throw;
+  }
 }
 
 void hidePopUps(Program& program, bool fileMenu) {

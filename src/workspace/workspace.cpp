@@ -265,15 +265,21 @@ void ChopLeadingBlanks(Program& program, const std::string& path) {
   std::filesystem::path chop = program.currentDir / "Chop.doc";
   text::deleteIgnoringErrors(chop);
   std::filesystem::path file = filePath(program, path);
-  {
-    text::FigureScanner in(file);
-    yieldWhileReading(program, in);
-    text::LineWriter out(chop, text::LineWriter::Mode::Append);
-    std::string_view line;
-    while (in.rawLine(line)) out.WriteLine(!line.empty() && line[0] == ' ' ? line.substr(1) : line);
-    out.close();
+  // Chop.doc stands beside the user's file: a failure on the way takes it away again.
+  try {
+    {
+      text::FigureScanner in(file);
+      yieldWhileReading(program, in);
+      text::LineWriter out(chop, text::LineWriter::Mode::Append);
+      std::string_view line;
+      while (in.rawLine(line)) out.WriteLine(!line.empty() && line[0] == ' ' ? line.substr(1) : line);
+      out.close();
+    }
+    text::moveScratchInto(chop, file, true);
+  } catch (...) {
+    text::deleteIgnoringErrors(chop);
+    throw;
   }
-  text::moveScratchInto(chop, file, true);
 }
 
 void OpenSource(Program& program) {

@@ -4,19 +4,19 @@
 
 namespace tolvane::test {
 
-Lines MorphTest::partList(const std::string& part, const Lines& lines) {
+Lines MorphFixture::partList(const std::string& part, const Lines& lines) {
   Lines list{"Channels for  " + part, ""};
   list.insert(list.end(), lines.begin(), lines.end());
   return list;
 }
 
-Lines MorphTest::emcGroup(const std::string& part, const std::string& slave, const std::string& master,
-                          const std::string& delta) {
+Lines MorphFixture::emcGroup(const std::string& part, const std::string& slave, const std::string& master,
+                             const std::string& delta) {
   return partList(part, {"\tEMC Channel", "\tSlave: " + slave, "\tMaster: " + master, "\tFigure: Figure 1",
                          "\tMaster Part: BODY:1", "\tdeltaAddDelta " + delta});
 }
 
-void MorphTest::openDestination(const std::string& path) {
+void MorphFixture::openDestination(const std::string& path) {
   dest = path;
   for (ui::Label* l : {&f.LabelFileName, &f.LabelChannelFileName}) l->setCaption(displayPath(path));
   for (ui::Label* l : {&f.LabelFileNameForEditor, &f.LabelChannelFileNameForEditor}) l->setCaption(path);
@@ -28,12 +28,12 @@ void MorphTest::openDestination(const std::string& path) {
   f.PictureViewChannels.setBackColor(ui::kToolRest);
 }
 
-void MorphTest::openSource(const std::string& path) {
+void MorphFixture::openSource(const std::string& path) {
   f.LabelChannelFileName.setCaption("source: " + std::filesystem::path(path).filename().string());
   f.LabelChannelFileNameForEditor.setCaption(path);
 }
 
-void MorphTest::selectActor(const std::string& name) {
+void MorphFixture::selectActor(const std::string& name) {
   for (int i = 0; i < f.ListActors.listCount(); ++i)
     if (f.ListActors.list(i).find(" " + name + ":") != std::string::npos) {
       for (int j : f.ListActors.selectedIndexes()) f.ListActors.setSelected(j, false);
@@ -43,13 +43,13 @@ void MorphTest::selectActor(const std::string& name) {
   FAIL() << "no actor " << name;
 }
 
-void MorphTest::viewChannels(const std::string& part) {
+void MorphFixture::viewChannels(const std::string& part) {
   selectActor(part);
   ASSERT_TRUE(fire("PictureViewChannels", EventKind::Click));
   ASSERT_EQ(f.PictureViewChannels.backColor(), ui::kToolOn) << lastMessage();
 }
 
-void MorphTest::selectChannels(const Lines& lines) {
+void MorphFixture::selectChannels(const Lines& lines) {
   for (const auto& line : lines) {
     int index = f.ListChannels.indexOf(line);
     ASSERT_GE(index, 0) << "no channel line " << line;
@@ -57,13 +57,13 @@ void MorphTest::selectChannels(const Lines& lines) {
   }
 }
 
-bool MorphTest::drop(const std::string& control, const std::string& source) {
+bool MorphFixture::drop(const std::string& control, const std::string& source) {
   EventArgs args;
   args.source = "Opening." + source;
   return fire(control, EventKind::Drop, args);
 }
 
-std::string MorphTest::lastMessage() const {
+std::string MorphFixture::lastMessage() const {
   const auto& shown = services.messages();
   return shown.empty() ? "" : shown.back().title + "|" + shown.back().text;
 }

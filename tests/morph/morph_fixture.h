@@ -1,6 +1,8 @@
 // The workspace as the channel tools find it after Open: a destination and possibly a
 // source copied from tests/data/morph/figures, the file labels, and ListActors in the
 // list readers' entry format. Tests drive the tools through their event handlers.
+// MorphFixture is the workspace alone, for walks that make one per run; MorphTest is
+// the same as a test fixture.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -16,8 +18,7 @@ namespace tolvane::test {
 
 using Lines = std::vector<std::string>;
 
-class MorphTest : public ::testing::Test {
- protected:
+struct MorphFixture {
   static std::filesystem::path data(const std::string& relative) {
     return std::filesystem::path(TOLVANE_TEST_DATA) / "morph" / relative;
   }
@@ -59,6 +60,8 @@ class MorphTest : public ::testing::Test {
   ui::ScriptedServices& services = tp.services;
   std::string dest;
 };
+
+class MorphTest : public ::testing::Test, public MorphFixture {};
 
 // The tools' usual start: dest.cr2 opened, its text kept to show what a refusal left.
 class DestinationTest : public MorphTest {

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <chrono>
 
 #include "fault_walk.h"
 #include "text/figure_text.h"
@@ -43,6 +44,54 @@ struct LineFeedFigure {
   std::filesystem::path file;
 };
 
+// Notes kept over the years: the notebook in the Work folder and the exit's notes file
+// beside it.
+struct Notebook {
+  Notebook() {
+    t.services.setNow(std::chrono::system_clock::from_time_t(0));
+    writeFile(t.work() / "Notes.txt", crlf({"**** older notes ****", "keep these"}));
+    writeFile(t.work().string() + "Notes.txt", crlf({"**** older notes ****", "keep these too"}));
+  }
+  TestProgram& program() { return t; }
+  std::filesystem::path userFolder() { return t.dir.path(); }
+  TestProgram t;
+};
+
+TEST(WorkspaceFaults, Notes) {
+  struct Writer {
+    const char* name;
+    Step<Notebook> prepare, run;
+  };
+  const Writer writers[] = {
+      {"double click appends",
+       {},
+       [](Notebook& n) {
+         n.t->opening.TextOpeningNotes.setText("fix the lShin morph");
+         fireEvent(*n.t, "Opening", "TextOpeningNotes", EventKind::DblClick);
+       }},
+      {"the notebook saves",
+       [](Notebook& n) { fireEvent(*n.t, "Opening", "MenuNotebook", EventKind::Click); },
+       [](Notebook& n) {
+         ui::TextBox& page = n.t->formNotes.RichTextBox1;
+         page.setText(page.text() + "a new line\r\n");
+         fireEvent(*n.t, "FormNotes", "CommandSave", EventKind::Click);
+       }},
+      {"the exit appends",
+       {},
+       [](Notebook& n) {
+         n.t->opening.TextOpeningNotes.setText("remember");
+         n.t.services.answer(ui::Answer::OK);  // the notes could not be written
+         fireEvent(*n.t, "Opening", "Opening", EventKind::Unload);
+       }},
+  };
+  for (const Writer& w : writers) {
+    for (int error : kErrors) {
+      SCOPED_TRACE(std::string(w.name) + " with errno " + std::to_string(error));
+      walkFaults<Notebook>(error, w.run, w.prepare);
+    }
+  }
+}
+
 TEST(WorkspaceFaults, SaveAndSaveAsOfThePathBoxes) {
   for (const char* menu : {"MenuFileSave", "MenuFileSaveAs"}) {
     for (int error : kErrors) {
@@ -56,18 +105,49 @@ TEST(WorkspaceFaults, SaveAndSaveAsOfThePathBoxes) {
   }
 }
 
-TEST(WorkspaceFaults, OpenWithTheLineEndingRepair) {
+// The same figure with a line that begins with blanks, which Open chops.
+struct BlankFigure {
+  BlankFigure() {
+    file = w.t.files() / "fig.cr2";
+    writeFile(file, text::Replace(readFile(kSave / "figure.cr2"), "\r\nversion\r\n", "\r\n  version\r\n"));
+  }
+  TestProgram& program() { return w.t; }
+  std::filesystem::path userFolder() { return w.t.files(); }
+  WorkspaceFixture w;
+  std::filesystem::path file;
+};
+
+TEST(WorkspaceFaults, OpenThatChopsLeadingBlanks) {
   for (int error : kErrors) {
     SCOPED_TRACE("errno " + std::to_string(error));
-    walkFaults<LineFeedFigure>(error, [](LineFeedFigure& f) {
-      ui::ScriptedServices& s = f.w.t.services;
-      s.dialog(f.file.string());
-      s.answer(ui::Answer::OK);  // back up and continue
-      s.answer(ui::Answer::OK);  // please wait
-      s.answer(ui::Answer::OK);  // converted
-      s.answer(ui::Answer::OK);  // more than one texture map
+    walkFaults<BlankFigure>(error, [](BlankFigure& f) {
+      f.w.t.services.dialog(f.file.string());
+      f.w.t.services.answer(ui::Answer::OK);  // more than one texture map
       fireEvent(*f.w.t, "Opening", "MenuFileOpen", EventKind::Click);
     });
+  }
+}
+
+TEST(WorkspaceFaults, OpenWithTheLineEndingRepair) {
+  const Step<LineFeedFigure> none,
+      olderBackup = [](LineFeedFigure&f) { writeFile(f.w.t.files() / "figCR2.bak", "an older backup"); };
+  for (const auto* prepare : {&none, &olderBackup}) {
+    for (int error : kErrors) {
+      SCOPED_TRACE(std::string(*prepare ? "with" : "without") + " an older backup, errno " +
+                   std::to_string(error));
+      walkFaults<LineFeedFigure>(
+          error,
+          [](LineFeedFigure& f) {
+            ui::ScriptedServices& s = f.w.t.services;
+            s.dialog(f.file.string());
+            s.answer(ui::Answer::OK);  // back up and continue
+            s.answer(ui::Answer::OK);  // please wait
+            s.answer(ui::Answer::OK);  // converted
+            s.answer(ui::Answer::OK);  // more than one texture map
+            fireEvent(*f.w.t, "Opening", "MenuFileOpen", EventKind::Click);
+          },
+          *prepare);
+    }
   }
 }
 

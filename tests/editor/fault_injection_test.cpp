@@ -1,0 +1,39 @@
+// Every disk operation of the Manual Editor's save fails in turn: the file saved over,
+// and any other of the user's files, stays as it was or becomes the pane's text, and
+// the pane can be saved again after.
+#include <gtest/gtest.h>
+
+#include <cerrno>
+
+#include "editor_test_support.h"
+#include "fault_walk.h"
+
+namespace tolvane::test {
+namespace {
+
+// dest.cr2 open in the left pane with a changed number.
+struct EditedPane : EditorFixture {
+  EditedPane() : EditorFixture(crlf({"version", "{", "number 4", "}"})) {
+    openDestination();
+    left()->setSelection(19, 1);
+    left()->replaceSelection("5");
+    key("RichTextBox1", 65);
+  }
+  TestProgram& program() { return t; }
+  std::filesystem::path userFolder() { return t.files(); }
+};
+
+TEST(EditorFaults, SaveAndSaveAsOfAPane) {
+  for (const char* name : {"dest.cr2", "copy.cr2"}) {
+    for (int error : {ENOSPC, EIO, EACCES}) {
+      SCOPED_TRACE(std::string("saved as ") + name + " with errno " + std::to_string(error));
+      walkFaults<EditedPane>(error, [name](EditedPane& p) {
+        p.user().dialog((p.t.files() / name).string());
+        p.fire("PictureSave", EventKind::Click);
+      });
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tolvane::test
