@@ -145,15 +145,20 @@ std::string convertAndSwap(Program& program, const std::string& path, const std:
   std::filesystem::path backupPath = text::nativePath(backup);
   text::deleteIgnoringErrors(tempPath);
   program.setBusy(true);
+  std::filesystem::path older;
   try {
     repair::convertLineEndings(file, tempPath);
-    if (std::filesystem::exists(std::filesystem::symlink_status(backupPath))) repair::keepOlderBackup(backupPath);
+    if (std::filesystem::exists(std::filesystem::symlink_status(backupPath)))
+      older = repair::keepOlderBackup(backupPath);
     // A copy, not a second name of the same file: a tool that later patches the figure
     // in place must not change its backup.
     text::copyFileSafely(file, backupPath);
     text::replaceAtomically(tempPath, file);
   } catch (...) {
     text::deleteIgnoringErrors(tempPath);
+    // No new backup came: the older one takes its name back.
+    if (!older.empty() && !text::fileExists(backupPath))
+      text::ignoreErrors([&] { text::renameFile(older, backupPath); });
     throw;
   }
   program.setBusy(false);
