@@ -20,8 +20,10 @@ void registerLibraryEvents(EventTable& table) {
                                                  {"MenuMakeMTL", library::MakeMTL},
                                                  {"MenuPZ3AVI", library::MakeAVIBackground},
                                                  {"MenuP3P4Cam", library::RestoreCamera}};
-  for (const auto& [menu, handler] : plain)
-    table.add("Opening", menu, EventKind::Click, [handler](Program& p, const EventArgs&) { handler(p); });
+  for (const auto& entry : plain) {
+    Plain handler = entry.second;
+    table.add("Opening", entry.first, EventKind::Click, [handler](Program& p, const EventArgs&) { handler(p); });
+  }
   table.add("Opening", "ListAltGeomActors", EventKind::DblClick,
             [](Program& p, const EventArgs&) { library::AltGeomActorsDblClick(p); });
   table.add("Opening", "ListAltGeomActors", EventKind::RightClick,
