@@ -3,10 +3,16 @@
 
 #include "morph/channel_reorder.h"
 #include "morph/channel_viewer.h"
+#include "morph/dial_tools.h"
+#include "morph/joint_transfer.h"
+#include "morph/mirror_morph.h"
+#include "morph/morph_target_export.h"
 #include "morph/morph_copy.h"
 #include "morph/morph_remove.h"
 #include "morph/morph_rename.h"
+#include "morph/morph_common.h"
 #include "program/events.h"
+#include "program/program.h"
 
 namespace tolvane {
 
@@ -34,14 +40,54 @@ void registerMorphEvents(EventTable& table) {
   table.add("Opening", "ListChannels", EventKind::MouseMove,
             [](Program& p, const EventArgs&) { ListChannelsMouseMove(p); });
   table.add("Opening", "ListActors", EventKind::Press, ListActorsPress);
-  table.add("Opening", "ListActors", EventKind::DblClick,
-            [](Program& p, const EventArgs&) { ListActorsDblClick(p); });
+  table.add("Opening", "ListActors", EventKind::DblClick, [](Program& p, const EventArgs&) {
+    if (isOn(p.opening.PictureMirror))
+      MirrorToPart(p);
+    else
+      ListActorsDblClick(p);
+  });
 
   table.add("Opening", "ListChannelsReorderNewOrder", EventKind::Drop, NewOrderDrop);
   table.add("Opening", "PictureChannelReorderDone", EventKind::Click,
             [](Program& p, const EventArgs&) { ReorderDoneClick(p); });
   table.add("Opening", "ListChannelsReorder", EventKind::DblClick,
             [](Program& p, const EventArgs&) { ListChannelsReorderDblClick(p); });
+  registerChannelToolEvents(table);
+}
+
+void registerChannelToolEvents(EventTable& table) {
+  using namespace morph;
+  auto menu = [&table](const std::string& name, void (*handler)(Program&)) {
+    table.add("Opening", name, EventKind::Click, [handler](Program& p, const EventArgs&) { handler(p); });
+  };
+  menu("MenuDials", MenuDialsClick);
+  menu("MenuBendOff", [](Program& p) { BendClick(p, false); });
+  menu("MenuBendOn", [](Program& p) { BendClick(p, true); });
+  menu("menuDialTrackSpeed", MenuDialTrackSpeedClick);
+  menu("MenuDumpIK", DumpIKClick);
+  // The twist and limit routines are complete, but these two menu lines start nothing.
+  menu("MenuTwist", [](Program&) {});
+  menu("MenuLimits", [](Program&) {});
+  menu("menuMirror", MenuMirrorClick);
+  menu("menuMirrorOpen", MenuMirrorOpenClick);
+  menu("LabelX", [](Program& p) { HideDialClick(p, 'X'); });
+  menu("LabelY", [](Program& p) { HideDialClick(p, 'Y'); });
+  menu("LabelZ", [](Program& p) { HideDialClick(p, 'Z'); });
+  table.add("Opening", "TextTrackingSpeed", EventKind::Key, TextTrackingSpeedKey);
+
+  table.add("Opening", "PictureMatColor", EventKind::RightClick,
+            [](Program& p, const EventArgs&) { MatColorRightClick(p); });
+  table.add("Opening", "PictureMatHiLite", EventKind::RightClick,
+            [](Program& p, const EventArgs&) { MatHiLiteRightClick(p); });
+  table.add("Opening", "PictureMatColor", EventKind::DblClick,
+            [](Program& p, const EventArgs&) { MaterialColourDblClick(p, false); });
+  table.add("Opening", "PictureMatHiLite", EventKind::DblClick,
+            [](Program& p, const EventArgs&) { MaterialColourDblClick(p, true); });
+
+  addPicture(table, "PictureJoints", JointsClick, JointsRightClick);
+  addPicture(table, "PictureMirror", MirrorClick, MirrorRightClick);
+  table.add("Opening", "ListChannels", EventKind::RightRelease,
+            [](Program& p, const EventArgs&) { ExportMorphTarget(p); });
 }
 
 }  // namespace tolvane

@@ -6,5 +6,8 @@
 namespace tolvane {
 
 void registerMorphEvents(EventTable& table);
+// The dial attribute tools, the joint transfer, the mirrored copy and the morph target
+// export; registerMorphEvents calls it.
+void registerChannelToolEvents(EventTable& table);
 
 }  // namespace tolvane

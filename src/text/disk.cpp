@@ -65,6 +65,11 @@ ssize_t write(int fd, const char* bytes, std::size_t size) {
   return ::write(fd, bytes, size);
 }
 
+ssize_t writeAt(int fd, const char* bytes, std::size_t size, off_t offset) {
+  if (injected()) return -1;
+  return ::pwrite(fd, bytes, size, offset);
+}
+
 int flushToDevice(int fd) {
   if (injected()) return -1;
   return ::fdatasync(fd);

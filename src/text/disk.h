@@ -20,6 +20,8 @@ int openForWriting(const std::filesystem::path& path, int flags, mode_t mode);
 int openUnnamed(const std::filesystem::path& folder, mode_t mode);
 int linkOpen(int fd, const std::filesystem::path& path);
 ssize_t write(int fd, const char* bytes, std::size_t size);
+// Writes at a byte offset without moving the file position: the in-place byte patches.
+ssize_t writeAt(int fd, const char* bytes, std::size_t size, off_t offset);
 int flushToDevice(int fd);
 int close(int fd);
 int rename(const std::filesystem::path& from, const std::filesystem::path& to);

@@ -59,6 +59,14 @@ void LineReader::seek(std::uint64_t offset) {
   m_pos = m_end = 0;
 }
 
+int LineReader::byteAt(std::uint64_t offset) {
+  if (offset >= m_bufferStart && offset < m_bufferStart + m_end)
+    return static_cast<unsigned char>(m_buffer[static_cast<std::size_t>(offset - m_bufferStart)]);
+  char byte = 0;
+  if (m_file.readAt(offset, &byte, 1) != 1) return -1;
+  return static_cast<unsigned char>(byte);
+}
+
 void LineReader::readLineInto(std::string& out) {
   out.clear();
   for (;;) {

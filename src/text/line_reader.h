@@ -35,6 +35,9 @@ class LineReader {
   std::uint64_t position() const { return m_bufferStart + m_pos; }
   std::uint64_t length() const { return m_file.length(); }
   void seek(std::uint64_t offset);
+  // The byte at `offset` as this reader sees the file (from its buffer where it holds
+  // it), or -1 outside the file: what a byte-patching tool checks before it writes.
+  int byteAt(std::uint64_t offset);
 
   const std::filesystem::path& path() const { return m_file.path(); }
   void close();

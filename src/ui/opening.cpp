@@ -34,6 +34,9 @@ Opening::Opening() : Form("Opening") {
   OptionChannelRename.setCaption("Channel");
   OptionBodyPartRename.setCaption("Body part");
   OptionChannelRename.setValue(true);
+  LabelX.setCaption("X");
+  LabelY.setCaption("Y");
+  LabelZ.setCaption("Z");
 }
 
 FormNotes::FormNotes() : Form("FormNotes") {

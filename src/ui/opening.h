@@ -40,6 +40,18 @@ class Opening : public Form {
   MenuItem menuEditor{this, "menuEditor", "&Manual Editor"};
   MenuItem MenuPropObjRel{this, "MenuPropObjRel", "Prop Obj File Relocator"};
   MenuItem MenuPropTexRel{this, "MenuPropTexRel", "Prop Texture File Relocator"};
+  // Dial attribute tools. MenuTwist, MenuLimits and MenuTransferParts stand in the menu
+  // and do nothing when clicked.
+  MenuItem MenuDials{this, "MenuDials", "Hide/Unhide Dials"};
+  MenuItem MenuBendOff{this, "MenuBendOff", "Turn Off Bending"};
+  MenuItem MenuBendOn{this, "MenuBendOn", "Turn On Bending"};
+  MenuItem menuDialTrackSpeed{this, "menuDialTrackSpeed", "Dial Tracking Speed"};
+  MenuItem MenuDumpIK{this, "MenuDumpIK", "Remove IK Chains"};
+  MenuItem MenuTwist{this, "MenuTwist", "Remove/Replace Twist Parameters"};
+  MenuItem MenuLimits{this, "MenuLimits", "Force/Unforce Limits"};
+  MenuItem menuMirror{this, "menuMirror", "Mirror Morphs"};
+  MenuItem menuMirrorOpen{this, "menuMirrorOpen", "Open Mirrored Morph Result"};
+  MenuItem MenuTransferParts{this, "MenuTransferParts", "Transfer Body Parts"};
   MenuItem MenuNotepad{this, "MenuNotepad", "&Notepad"};
   MenuItem MenuNotebook{this, "MenuNotebook", "Open Note&book"};
   MenuItem MenuLibrary{this, "MenuLibrary", "&Library Files"};
@@ -165,6 +177,9 @@ class Opening : public Form {
   int RenameWaitState = 0;
   std::string MirrorMorph;
   long long TrackingLine = 0;
+  // The form's mode value: 69 while a double-click in ListActors chooses the body part
+  // to transfer.
+  int ToolMode = 0;
 };
 
 // The notes file viewer ("Open Notebook").
