@@ -22,10 +22,7 @@ namespace {
 constexpr const char* kResult = "\\mirmorph.cr2";
 
 void flipSign(std::string& number) {
-  if (!number.empty() && number[0] == '-')
-    number.erase(0, 1);
-  else
-    number.insert(0, "-");
+  number = !number.empty() && number[0] == '-' ? number.substr(1) : "-" + number;
 }
 
 // The channel from its header to its closing line. A morph that is not in the file

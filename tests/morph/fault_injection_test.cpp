@@ -36,6 +36,12 @@ struct Workbench : MorphFixture {
     services.dialog(dest);
     for (int i = 0; i < after; ++i) services.answer(Answer::OK);
   }
+  // dials.cr2 as the destination, with its parts listed and one selected.
+  void openDials(const std::string& part) {
+    openDestination(copyFigure("dials.cr2"));
+    f.ListActors.setItems({" BODY:1 * 7", "    hip:1 * 11", "    lThigh:1 * 16"});
+    selectActor(part);
+  }
   std::string source;
 };
 
@@ -116,6 +122,60 @@ const Tool kTools[] = {
      [](Workbench& w) {
        w.services.dialog(w.dest);
        w.fire("PictureChannelReorderDone", EventKind::Click);
+     }},
+    {"HideDial", [](Workbench& w) { w.openDials("hip"); },
+     [](Workbench& w) {
+       w.services.answer(Answer::Yes);
+       w.services.answer(Answer::OK);
+       w.fire("LabelX", EventKind::Click);
+     }},
+    {"Bending", [](Workbench& w) { w.openDials("hip"); },
+     [](Workbench& w) {
+       w.services.answer(Answer::OK);
+       w.fire("MenuBendOff", EventKind::Click);
+     }},
+    {"IKRemoval", [](Workbench& w) { w.openDials("hip"); },
+     [](Workbench& w) {
+       w.services.answer(Answer::Yes);
+       w.services.answer(Answer::OK);
+       w.fire("MenuDumpIK", EventKind::Click);
+     }},
+    {"TrackingSpeed",
+     [](Workbench& w) {
+       w.openDials("hip");
+       w.f.ListChannelsReorder.setItems({"hip:1*ytran^ 48@ytran"});
+       w.f.ListChannelsReorder.setListIndex(0);
+       w.fire("ListChannelsReorder", EventKind::DblClick);
+       w.f.TextTrackingSpeed.setText("0.5");
+     },
+     [](Workbench& w) {
+       w.services.answer(Answer::OK);
+       EventArgs enter;
+       enter.keyCode = 13;
+       w.fire("TextTrackingSpeed", EventKind::Key, enter);
+     }},
+    {"MaterialColour",
+     [](Workbench& w) {
+       w.openDials("hip");
+       w.f.ListMaterials.setItems({"skin", "lips"});
+       w.f.ListMaterials.setListIndex(1);
+     },
+     [](Workbench& w) {
+       w.services.queue(ui::ScriptedAnswer::colourAnswer(0x0080FF));
+       w.answerAndSave(0, 1);
+       w.fire("PictureMatColor", EventKind::DblClick);
+     }},
+    {"JointTransfer",
+     [](Workbench& w) {
+       w.openDestination(w.dest);
+       w.openSource(w.copyFigure("joints_source.cr2"));
+       w.f.ListChannels.setItems({"BODY PARTS", "    hip:1 * 66"});
+       w.f.ListChannels.setListIndex(1);
+       w.selectActor("hip");
+     },
+     [](Workbench& w) {
+       w.answerAndSave(0);
+       w.fire("PictureJoints", EventKind::Click);
      }},
 };
 
