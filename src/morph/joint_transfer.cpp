@@ -1,8 +1,11 @@
 #include "morph/joint_transfer.h"
 
+#include <vector>
+
 #include "morph/morph_common.h"
 #include "program/file_save_step.h"
 #include "program/program.h"
+#include "text/figure_scan.h"
 #include "text/figure_text.h"
 #include "text/line_reader.h"
 #include "text/run_time_number.h"
@@ -77,16 +80,19 @@ long long takeJoints(Program& program, const std::string& sourceLine, const std:
 }
 
 // The destination's figure number for the part: the last character of the last field
-// holding "name:" before a field equal to "name:N"; 0 when no field holds it.
+// holding "name:" before a field equal to "name:N"; 0 when no field holds it. Lines that
+// do not hold "name:" can hold neither field and are passed over in bulk.
 char destinationFigureNumber(Program& program, const std::string& withColon, const std::string& withNumber,
                              bool& found) {
-  text::LineReader in(text::nativePath(program.opening.LabelFileNameForEditor.caption()));
-  Pacer pacer(program);
+  text::FigureScanner in(text::nativePath(program.opening.LabelFileNameForEditor.caption()));
+  in.setYield([&program] { program.services.yield(); });
+  text::Needles needles{withColon};
   char number = 0;
-  std::string field;
+  std::string_view field;
   found = false;
-  while (in.readField(field)) {
-    pacer.tick();
+  for (;;) {
+    in.skipLines(needles, true, false);
+    if (!in.field(field)) break;
     if (contains(field, withColon) && !field.empty()) number = field.back();
     if (field == withNumber) {
       found = true;
