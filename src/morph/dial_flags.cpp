@@ -103,11 +103,20 @@ void HideDialClick(Program& program, char axis) {
   ui::msgBox(program.services, message, "Note!");
 }
 
+namespace {
+void hideSideLists(ui::Opening& f) {
+  f.ListTwistParts.setVisible(false);
+  f.ListLimitParts.setVisible(false);
+}
+}  // namespace
+
 void ForceLimits(Program& program, const std::string& part) {
   const std::string prefixed = "actor " + part;
   if (ui::msgBox(program.services, "Force or restore limits for " + prefixed + "?", "Confirm",
-                 ui::Buttons::OKCancel) != ui::Answer::OK)
+                 ui::Buttons::OKCancel) != ui::Answer::OK) {
+    hideSideLists(program.opening);
     return;
+  }
   // The search text is lower case and the file's is not: a part with capitals in its
   // name is never found, and the search ends at the end of the file.
   const std::string wanted = text::LCase(prefixed);
@@ -133,6 +142,7 @@ void ForceLimits(Program& program, const std::string& part) {
     }
   }
   if (!flags.empty()) ui::msgBox(program.services, message, "Note!");
+  hideSideLists(program.opening);
 }
 
 namespace {

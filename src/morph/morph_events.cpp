@@ -68,6 +68,12 @@ void registerChannelToolEvents(EventTable& table) {
   // The twist and limit routines are complete, but these two menu lines start nothing.
   menu("MenuTwist", [](Program&) {});
   menu("MenuLimits", [](Program&) {});
+  table.add("Opening", "ListTwistParts", EventKind::DblClick,
+            [](Program& p, const EventArgs&) { RemoveTwist(p, p.opening.ListTwistParts.text()); });
+  table.add("Opening", "ListTwistParts", EventKind::RightClick,
+            [](Program& p, const EventArgs&) { RestoreTwist(p, p.opening.ListTwistParts.text()); });
+  table.add("Opening", "ListLimitParts", EventKind::DblClick,
+            [](Program& p, const EventArgs&) { ForceLimits(p, p.opening.ListLimitParts.text()); });
   menu("menuMirror", MenuMirrorClick);
   menu("menuMirrorOpen", MenuMirrorOpenClick);
   menu("LabelX", [](Program& p) { HideDialClick(p, 'X'); });

@@ -145,6 +145,10 @@ class Opening : public Form {
   OptionButton OptionChannelRename{this, "OptionChannelRename"};
   OptionButton OptionBodyPartRename{this, "OptionBodyPartRename"};
   TextBox TextTrackingSpeed{this, "TextTrackingSpeed"};
+  // The side lists of the twist and limit routines: no control shows them, but a double
+  // click on an entry runs the routine (a right click restores the twist lines).
+  ListBox ListTwistParts{this, "ListTwistParts"};
+  ListBox ListLimitParts{this, "ListLimitParts"};
   Label LabelX{this, "LabelX"};
   Label LabelY{this, "LabelY"};
   Label LabelZ{this, "LabelZ"};

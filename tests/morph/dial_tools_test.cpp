@@ -224,10 +224,15 @@ std::string twistFigure() {
 TEST_F(DialToolsTest, TwistLinesAreCommentedOutAndRestoredInPlace) {
   const std::string figure = twistFigure();
   writeFile(dest, figure);
+  // The side list that no control shows: a double click removes, a right click restores.
+  auto onEntry = [&](const std::string& entry, EventKind kind) {
+    f.ListTwistParts.setListIndex(f.ListTwistParts.indexOf(entry));
+    fire("ListTwistParts", kind);
+  };
   services.expect("Note!", "No Shoulder with twist parameters!");
-  morph::RemoveTwist(*tp, "Shoulder");
+  onEntry("Shoulder", EventKind::DblClick);
   services.expect("Note!", "Thigh\r Edited!6 lines were commented out.");
-  morph::RemoveTwist(*tp, "Thigh");
+  onEntry("Thigh", EventKind::DblClick);
   std::string commented = readFile(dest);
   EXPECT_EQ(changedBytes(figure, commented), 6);
   EXPECT_NE(commented.find("\r\n*\ttwistY lThigh_twisty\r\n"), std::string::npos);
@@ -235,7 +240,7 @@ TEST_F(DialToolsTest, TwistLinesAreCommentedOutAndRestoredInPlace) {
   services.expect("Note!", "No Hip (as alternate Thigh name) with twist parameters!");
   morph::RemoveTwist(*tp, "Hip (as alternate Thigh name)");
   services.expect("Note!", "Thigh\r Restored!6 lines were restored.");
-  morph::RestoreTwist(*tp, "Thigh");
+  onEntry("Thigh", EventKind::RightClick);
   EXPECT_EQ(readFile(dest), figure);
   services.expect("Note!", "No Thigh twist parameters were commented out!");
   morph::RestoreTwist(*tp, "Thigh");
@@ -247,9 +252,13 @@ TEST_F(DialToolsTest, TwistLinesAreCommentedOutAndRestoredInPlace) {
 }
 
 TEST_F(DialToolsTest, ForceLimitsFlipsEachFlagOfThePart) {
+  f.ListLimitParts.setItems({"hip:1"});
+  f.ListLimitParts.setVisible(true);
+  f.ListLimitParts.setListIndex(0);
   services.expect("Confirm", "Force or restore limits for actor hip:1?", Answer::OK);
   services.expect("Note!", "Limits were in place, now they are forced.");
-  morph::ForceLimits(*tp, "hip:1");
+  fire("ListLimitParts", EventKind::DblClick);
+  EXPECT_FALSE(f.ListLimitParts.visible());
   EXPECT_EQ(services.beeps(), 3);
   std::string after = readFile(dest);
   EXPECT_EQ(changedBytes(original, after), 4);
