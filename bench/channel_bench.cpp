@@ -79,7 +79,7 @@ struct Bench {
     fs::copy_file(dest, pristine);
     marks = landmarks(dest);
     require(marks.hipHeaders.size() == 2 && marks.abdomenHeaders.size() == 2 && !marks.material.empty(),
-          "the figure lacks hip:1, abdomen:1 or a material");
+            "the figure lacks hip:1, abdomen:1 or a material");
     std::printf("generated %s (%.1f MB)\n", dest.c_str(), static_cast<double>(fs::file_size(dest)) / 1e6);
     tolvane::ProgramOptions po;
     po.workDir = dir / "work";
@@ -107,7 +107,8 @@ struct Bench {
   // cp, and with `flush` the copy flushed to the device as every tool's replace flushes.
   double cp(bool flush) {
     std::string copy = (dir / "cp.cr2").string();
-    std::string command = "cp '" + dest.string() + "' '" + copy + "'" + (flush ? " && sync -d '" + copy + "'" : "");
+    std::string command =
+        "cp '" + dest.string() + "' '" + copy + "'" + (flush ? " && sync -d '" + copy + "'" : "");
     ::sync();
     return timed([&] { require(std::system(command.c_str()) == 0, "cp failed"); });
   }
@@ -159,7 +160,8 @@ std::vector<Row> rows() {
        [](Bench& b) {
          b.panes(true);
          auto& f = b.program->opening;
-         f.ListChannels.setItems({"BODY PARTS", "    abdomen:1 * " + std::to_string(b.marks.abdomenHeaders[1])});
+         f.ListChannels.setItems(
+             {"BODY PARTS", "    abdomen:1 * " + std::to_string(b.marks.abdomenHeaders[1])});
          f.ListChannels.setListIndex(1);
          f.ListActors.setListIndex(2);
          b.services.dialog(b.dest.string());
@@ -211,10 +213,12 @@ int run(int argc, char** argv) {
     }
   }
   require(fs::exists(b.dir / "work" / "mirmorph.cr2"), "the mirror wrote nothing");
-  std::printf("best of %d rounds\ncp              %7.3f s\ncp + flush      %7.3f s\n", kRounds, cp, cpFlushed);
+  std::printf("best of %d rounds\ncp              %7.3f s\ncp + flush      %7.3f s\n", kRounds, cp,
+              cpFlushed);
   bool ok = true;
   for (const Row& r : table) {
-    std::printf("%-15s %7.3f s  %5.2fx cp  %5.2fx cp + flush\n", r.name, r.best, r.best / cp, r.best / cpFlushed);
+    std::printf("%-15s %7.3f s  %5.2fx cp  %5.2fx cp + flush\n", r.name, r.best, r.best / cp,
+                r.best / cpFlushed);
     if (r.rewrite) ok = ok && r.best < 3 * cp;
   }
   std::printf("%s\n", ok ? "every rewrite within 3x cp" : "a rewrite is OUTSIDE 3x cp");

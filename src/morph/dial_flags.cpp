@@ -233,8 +233,7 @@ int changeTwistLines(Program& program, const std::string& entry, bool restore) {
     hits.push_back(line);
     return true;
   });
-  for (const auto& hit : hits)
-    text::patchByte(path, hit.offset, hit.text[0], restore ? '\t' : '*');
+  for (const auto& hit : hits) text::patchByte(path, hit.offset, hit.text[0], restore ? '\t' : '*');
   return static_cast<int>(hits.size());
 }
 
@@ -261,7 +260,8 @@ void RemoveTwist(Program& program, const std::string& entry) {
   if (changed == 0)
     ui::msgBox(program.services, "No " + entry + " with twist parameters!", "Note!");
   else
-    ui::msgBox(program.services, entry + "\r Edited!" + count(changed) + " lines were commented out.", "Note!");
+    ui::msgBox(program.services, entry + "\r Edited!" + count(changed) + " lines were commented out.",
+               "Note!");
 }
 
 void RestoreTwist(Program& program, const std::string& entry) {

@@ -45,7 +45,8 @@ void BendClick(Program& program, bool on) {
     if (copyUntilContains(in, scratch.out(), "bend", pacer) == target) {
       scratch.discard();
       ui::msgBox(program.services,
-                 std::string("Bending is already turned ") + (on ? "on" : "off") + " for this part.", "Note!");
+                 std::string("Bending is already turned ") + (on ? "on" : "off") + " for this part.",
+                 "Note!");
       return;
     }
     scratch.WriteLine(target);
@@ -53,7 +54,8 @@ void BendClick(Program& program, bool on) {
     in.close();
     scratch.replace(working(program));
   }
-  ui::msgBox(program.services, std::string("Bending turned ") + (on ? "on" : "off") + " for " + part, "Note!");
+  ui::msgBox(program.services, std::string("Bending turned ") + (on ? "on" : "off") + " for " + part,
+             "Note!");
 }
 
 void DumpIKClick(Program& program) {
@@ -108,12 +110,13 @@ void TextTrackingSpeedKey(Program& program, const EventArgs& args) {
 }
 
 void MatColorRightClick(Program& program) {
-  ui::msgBox(program.services, "Choose a material and doubleclick here to change the material color.", "Note!");
+  ui::msgBox(program.services, "Choose a material and doubleclick here to change the material color.",
+             "Note!");
 }
 
 void MatHiLiteRightClick(Program& program) {
-  ui::msgBox(program.services, "Choose a material and doubleclick here to change the material highlight color.",
-             "Note!");
+  ui::msgBox(program.services,
+             "Choose a material and doubleclick here to change the material highlight color.", "Note!");
 }
 
 namespace {
@@ -155,7 +158,8 @@ void MaterialColourDblClick(Program& program, bool highlight) {
   }
   const auto scratch = program.workFile("\\color.txt");
   text::deleteIgnoringErrors(scratch);
-  auto chosen = program.services.chooseColour((highlight ? f.PictureMatHiLite : f.PictureMatColor).backColor());
+  auto chosen =
+      program.services.chooseColour((highlight ? f.PictureMatHiLite : f.PictureMatColor).backColor());
   if (!chosen) return;
   const Rgb rgb = rgbOf(*chosen);
   const std::string material = f.ListMaterials.list(index);
@@ -169,8 +173,8 @@ void MaterialColourDblClick(Program& program, bool highlight) {
   if (index < f.ListMATColors.listCount())
     f.ListMATColors.setItem(index, text::LTrim(text::StrInteger(rgb.r) + " " + text::StrInteger(rgb.g) + " " +
                                                text::StrInteger(rgb.b)));
-  ui::msgBox(program.services, "Material " + material + " will now show up in Poser as the color you have chosen!",
-             "Note!");
+  ui::msgBox(program.services,
+             "Material " + material + " will now show up in Poser as the color you have chosen!", "Note!");
 }
 
 }  // namespace tolvane::morph

@@ -47,7 +47,8 @@ bool mayTransfer(Program& program) {
 
 // The source part's joint and twist blocks, from the line number of its list line on.
 // Returns the number of lines written.
-long long takeJoints(Program& program, const std::string& sourceLine, const std::filesystem::path& jointFile) {
+long long takeJoints(Program& program, const std::string& sourceLine,
+                     const std::filesystem::path& jointFile) {
   std::size_t star = InStr(sourceLine, "*");
   auto skip = static_cast<long long>(text::Val(Mid(sourceLine, static_cast<long long>(star) + 1)));
   text::StreamRewrite out(jointFile, true);
@@ -104,7 +105,8 @@ char destinationFigureNumber(Program& program, const std::string& withColon, con
 
 // Lines of the joint file that name the source part get the destination's figure
 // number as their last character, through "\tempjoint.txt".
-void renumber(Program& program, const std::filesystem::path& jointFile, const std::string& sourceStem, char number) {
+void renumber(Program& program, const std::filesystem::path& jointFile, const std::string& sourceStem,
+              char number) {
   const auto temp = program.workFile("\\tempjoint.txt");
   {
     text::StreamRewrite out(temp, true);

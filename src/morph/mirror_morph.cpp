@@ -113,10 +113,11 @@ void MirrorClick(Program& program) {
 }
 
 void MirrorRightClick(Program& program) {
-  ui::msgBox(program.services,
-             "Left click this to enable morph copying.  Choose a body part to show its morphs, then click the "
-             "Channel Icon, then doubleclick the morph you want to copy.",
-             "Info");
+  ui::msgBox(
+      program.services,
+      "Left click this to enable morph copying.  Choose a body part to show its morphs, then click the "
+      "Channel Icon, then doubleclick the morph you want to copy.",
+      "Info");
 }
 
 void MirrorToPart(Program& program) {

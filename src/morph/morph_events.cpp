@@ -6,11 +6,11 @@
 #include "morph/dial_tools.h"
 #include "morph/joint_transfer.h"
 #include "morph/mirror_morph.h"
-#include "morph/morph_target_export.h"
+#include "morph/morph_common.h"
 #include "morph/morph_copy.h"
 #include "morph/morph_remove.h"
 #include "morph/morph_rename.h"
-#include "morph/morph_common.h"
+#include "morph/morph_target_export.h"
 #include "program/events.h"
 #include "program/program.h"
 

@@ -43,7 +43,8 @@ std::string field(text::LineReader& in) {
 
 // The vertex numbers the group's faces use, in order of first use. The field loop
 // stops at the next group line or at the end of the file.
-std::vector<long long> groupVertices(Program& program, const std::filesystem::path& obj, const std::string& part) {
+std::vector<long long> groupVertices(Program& program, const std::filesystem::path& obj,
+                                     const std::string& part) {
   text::LineReader in(obj);
   Pacer pacer(program);
   std::string f;
@@ -59,8 +60,8 @@ std::vector<long long> groupVertices(Program& program, const std::filesystem::pa
     std::vector<std::string> corners = words(f);
     for (std::size_t i = 1; i < corners.size(); ++i) {
       std::size_t slash = InStr(corners[i], "/");
-      auto number = static_cast<long long>(text::Val(slash > 0 ? Left(corners[i], static_cast<long long>(slash) - 1)
-                                                               : corners[i]));
+      auto number = static_cast<long long>(
+          text::Val(slash > 0 ? Left(corners[i], static_cast<long long>(slash) - 1) : corners[i]));
       if (listed.insert(number).second) vertices.push_back(number);
     }
   }
@@ -116,7 +117,8 @@ void applyDeltas(const std::filesystem::path& extract, const std::vector<long lo
   std::string line;
   while (in.readRawLine(line)) {
     std::size_t blank = InStr(line, " ");
-    auto index = static_cast<long long>(text::Val(blank > 0 ? Left(line, static_cast<long long>(blank) - 1) : line));
+    auto index =
+        static_cast<long long>(text::Val(blank > 0 ? Left(line, static_cast<long long>(blank) - 1) : line));
     if (index < 0 || index >= static_cast<long long>(group.size()))
       throw text::RuntimeError(text::kSubscriptOutOfRange, "Subscript out of range",
                                "Delta index " + std::to_string(index) + " is past the " +

@@ -69,7 +69,9 @@ TEST_F(MirrorTest, CopiesTheMorphAheadOfTheTargetPartsChannels) {
   };
   const Case cases[] = {
       {"as it stands", Answer::No, {}, "\t\t\t\td 3 0.001 0.002 0.003\r\n\t\t\t\td 7 -0.001 0 0.004"},
-      {"X and Z mirrored", Answer::Yes, {true, false, true},
+      {"X and Z mirrored",
+       Answer::Yes,
+       {true, false, true},
        "\t\t\t\td 3 -0.001 0.002 -0.003\r\n\t\t\t\td 7 0.001 0 -0.004"},
   };
   chooseMorph("Wide");
@@ -84,16 +86,16 @@ TEST_F(MirrorTest, CopiesTheMorphAheadOfTheTargetPartsChannels) {
       }
     fire("ListActors", EventKind::DblClick);
     EXPECT_EQ(services.pending(), 0u);
-    std::string channel = replacedAfter(channelText(original, "\t\ttargetGeom Wide"),
-                                        "\t\t\t\td 3", "\t\t\t\td 3 0.001 0.002 0.003\r\n\t\t\t\td 7 -0.001 0 0.004",
-                                        c.deltas);
+    std::string channel =
+        replacedAfter(channelText(original, "\t\ttargetGeom Wide"), "\t\t\t\td 3",
+                      "\t\t\t\td 3 0.001 0.002 0.003\r\n\t\t\t\td 7 -0.001 0 0.004", c.deltas);
     std::string expected = original;
     std::size_t definition = expected.find("actor abdomen:1", expected.find("actor abdomen:1") + 1);
     std::size_t brace = expected.find("\t\t{\r\n", expected.find("\tchannels\r\n", definition)) + 5;
     expected.insert(brace, channel);
     EXPECT_EQ(readFile(result()), expected);
     EXPECT_EQ(readFile(dest), original);  // the working file stays
-    EXPECT_EQ(f.MirrorMorph, "Wide");      // a second double-click copies it again
+    EXPECT_EQ(f.MirrorMorph, "Wide");     // a second double-click copies it again
   }
   // Cancel forgets the morph; a double-click then does nothing.
   services.answer(Answer::Cancel);
@@ -118,14 +120,15 @@ TEST_F(MirrorTest, MenuAndButton) {
   fire("PictureMirror", EventKind::Click);
   EXPECT_EQ(f.PictureMirror.backColor(), ui::kToolRest);
   EXPECT_FALSE(f.PictureMirror.visible());
-  services.expect("Info", "Left click this to enable morph copying.  Choose a body part to show its morphs, then "
-                          "click the Channel Icon, then doubleclick the morph you want to copy.");
+  services.expect("Info",
+                  "Left click this to enable morph copying.  Choose a body part to show its morphs, then "
+                  "click the Channel Icon, then doubleclick the morph you want to copy.");
   fire("PictureMirror", EventKind::RightClick);
 }
 
 TEST(PlainDecimal, ExpandsTheExponent) {
   const std::pair<const char*, const char*> cases[] = {
-      {"1.5e-005", "0.000015"}, {"-1.5E-005", "-0.000015"}, {"4E-3", "0.004"}, {"-2.5E+2", "-250"},
+      {"1.5e-005", "0.000015"}, {"-1.5E-005", "-0.000015"}, {"4E-3", "0.004"},  {"-2.5E+2", "-250"},
       {"1.25e1", "12.5"},       {"12.5", "12.5"},           {"-0.25", "-0.25"}, {"7e0", "7"},
   };
   for (const auto& [in, out] : cases) EXPECT_EQ(morph::plainDecimal(in), out) << in;
@@ -150,10 +153,9 @@ TEST_F(ExportTest, AppliesTheDeltasToTheGroupsVertices) {
   fire("ListChannels", EventKind::RightRelease);
   EXPECT_TRUE(services.messages().empty()) << lastMessage();
   EXPECT_EQ(readFile(tp.work() / "Extract.obj"), crlf({"0 0.001 -0.002 0.00000", "2 -1.5e-005 0 4E-3"}));
-  EXPECT_EQ(readFile(result()),
-            crlf({"v 0 0 0", "v 1.001 -.002 0", "v 0 1 0", "v .999985 1 .004", "v 0 0 1", "vt 0 0", "vt 1 1",
-                  "# export test mesh", "g hip", "usemtl skin", "f 2/1 3/2 4/1", "f 4 3 1", "g abdomen",
-                  "f 5 1 2"}));
+  EXPECT_EQ(readFile(result()), crlf({"v 0 0 0", "v 1.001 -.002 0", "v 0 1 0", "v .999985 1 .004", "v 0 0 1",
+                                      "vt 0 0", "vt 1 1", "# export test mesh", "g hip", "usemtl skin",
+                                      "f 2/1 3/2 4/1", "f 4 3 1", "g abdomen", "f 5 1 2"}));
 }
 
 TEST_F(ExportTest, RefusalsAndBadInput) {
@@ -215,7 +217,8 @@ TEST_F(JointsTest, SourceBlocksReplaceTheDestinationsLineForLine) {
   EXPECT_EQ(services.pending(), 0u) << lastMessage();
   // The destination's twist block stays; its first joint block takes the source's
   // first block (the twist) and its second the source's jointX.
-  std::string expected = replacedAfter(original, "\t\tjointX hip_jointx", "\t\t\tmin -100000", "\t\t\tmin -45");
+  std::string expected =
+      replacedAfter(original, "\t\tjointX hip_jointx", "\t\t\tmin -100000", "\t\t\tmin -45");
   expected = replacedAfter(expected, "\t\tjointZ hip_jointz", "\t\t\tmax 100000", "\t\t\tmax 60");
   EXPECT_EQ(readFile(dest), expected);
   EXPECT_EQ(f.LabelFileSize.caption(), " " + std::to_string(expected.size()) + " bytes");
@@ -240,8 +243,10 @@ TEST_F(JointsTest, Refusals) {
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
-    if (c.sameFile) f.LabelChannelFileName.setCaption(f.LabelFileName.caption());
-    else f.LabelChannelFileName.setCaption("source: joints_source.cr2");
+    if (c.sameFile)
+      f.LabelChannelFileName.setCaption(f.LabelFileName.caption());
+    else
+      f.LabelChannelFileName.setCaption("source: joints_source.cr2");
     f.ListChannels.setListIndex(c.source);
     f.ListActors.setListIndex(c.actor);
     services.expect(c.title, c.text);

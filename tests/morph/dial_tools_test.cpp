@@ -1,9 +1,10 @@
 // The dial attribute tools through their handlers on dials.cr2: the hide toggle's one
 // byte, bending, IK chains, the tracking speed, the material colours, and the twist and
 // limit routines that no control starts.
+#include "morph/dial_tools.h"
+
 #include <gtest/gtest.h>
 
-#include "morph/dial_tools.h"
 #include "morph_fixture.h"
 #include "text/byte_patch.h"
 #include "text/runtime_error.h"
@@ -122,12 +123,14 @@ TEST_F(DialToolsTest, BendingChangesTheFirstBendLineOfTheFile) {
 }
 
 TEST_F(DialToolsTest, IKRemovalDropsTheChainsUpToDefaultPick) {
-  services.expect("Alert!", "This will remove all IK Chains from the file!  Are you sure you want to do this?",
+  services.expect("Alert!",
+                  "This will remove all IK Chains from the file!  Are you sure you want to do this?",
                   Answer::No);
   fire("MenuDumpIK", EventKind::Click);
   EXPECT_EQ(readFile(dest), original);
 
-  services.expect("Alert!", "This will remove all IK Chains from the file!  Are you sure you want to do this?",
+  services.expect("Alert!",
+                  "This will remove all IK Chains from the file!  Are you sure you want to do this?",
                   Answer::Yes);
   services.expect("Note", "IK Chains have been removed from the file.");
   fire("MenuDumpIK", EventKind::Click);
@@ -212,7 +215,8 @@ TEST_F(DialToolsTest, MaterialColoursGoThroughTheColourDialogAndTheSaveDialog) {
 std::string twistFigure() {
   std::vector<std::string> lines(120, "\t\t\tpadding 0123456789012345678901234567890123456789");
   for (const char* side : {"l", "r"})
-    for (const char* line : {"\t\ttwistY ?Thigh_twisty", "\t\tjointZ ?Thigh_jointz", "\t\tjointX ?Thigh_jointx"}) {
+    for (const char* line :
+         {"\t\ttwistY ?Thigh_twisty", "\t\tjointZ ?Thigh_jointz", "\t\tjointX ?Thigh_jointx"}) {
       std::string l = line;
       l.replace(l.find('?'), 1, side);
       // The scan jumps 20 bytes behind each line it changes.
@@ -262,7 +266,8 @@ TEST_F(DialToolsTest, ForceLimitsFlipsEachFlagOfThePart) {
   EXPECT_EQ(services.beeps(), 3);
   std::string after = readFile(dest);
   EXPECT_EQ(changedBytes(original, after), 4);
-  EXPECT_NE(after.find("name ytran\r\n\t\t\tinitValue 0\r\n\t\t\thidden 1\r\n\t\t\tforceLimits 0"), std::string::npos);
+  EXPECT_NE(after.find("name ytran\r\n\t\t\tinitValue 0\r\n\t\t\thidden 1\r\n\t\t\tforceLimits 0"),
+            std::string::npos);
   // A name with capitals is never found: the search ends at the end of the file.
   writeFile(dest, original);
   services.expect("Confirm", "Force or restore limits for actor lThigh:1?", Answer::OK);
