@@ -72,6 +72,8 @@ std::vector<LineTest> targetTests(const ui::FormECM& f, ErcKind kind) {
     case Family::Joint:
     case Family::Translation: break;
   }
+  if (kind == ErcKind::TCM)
+    return {containing("targetGeom " + beforeColon(slave)), containing(Left(f.ControllingKey, 4))};
   std::string actor;
   if (kind == ErcKind::MCJ) {
     long long blank = static_cast<long long>(InStr(slave, " "));
@@ -79,8 +81,7 @@ std::vector<LineTest> targetTests(const ui::FormECM& f, ErcKind kind) {
   } else {
     actor = midChecked(slave, 6, static_cast<long long>(InStr(slave, ":")) - 6);
   }
-  std::string key = Left(kind == ErcKind::TCM ? f.ControllingKey : f.ControlledKey, 4);
-  if (kind == ErcKind::TCM) return {containing("targetGeom " + beforeColon(slave)), containing(key)};
+  std::string key = Left(f.ControlledKey, 4);
   std::string header = familyOf(kind) == Family::Joint ? "actor " + actor : "actor" + actor;
   return {containing(header), containing(header), containing(key)};
 }

@@ -126,7 +126,9 @@ Lines listFigureNames(const std::string& path) {
   std::string field, brace, name;
   while (in.readField(field)) {
     if (field != "figure") continue;
-    if (!in.readField(brace) || !in.readField(name)) break;
+    // The two lines behind are read whole: the name line's tab makes the seventh
+    // character the first of the name.
+    if (!in.readRawLine(brace) || !in.readRawLine(name)) break;
     names.push_back(Mid(name, 7));
   }
   return names;

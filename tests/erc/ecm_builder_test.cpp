@@ -153,6 +153,7 @@ TEST_F(BuilderTest, WhatIsNotInTheFileIsReported) {
   for (const KindCase& c : cases) {
     SCOPED_TRACE(c.slave);
     setUpForm(c);
+    services.answer(Answer::OK);
     fire("FormECM", "TextPBMRatio", EventKind::Enter);
     EXPECT_EQ(lastMessage(), "Error!|Something you entered was not found.");
     EXPECT_EQ(services.pending(), 0u);
@@ -165,6 +166,7 @@ TEST_F(BuilderTest, WhatIsNotInTheFileIsReported) {
 TEST_F(BuilderTest, AMissingDestinationIsReportedToo) {
   std::filesystem::remove(dest);
   setUpForm(kKinds[0]);
+  services.answer(Answer::OK);
   fire("FormECM", "TextPBMRatio", EventKind::Enter);
   EXPECT_EQ(lastMessage(), "Error!|Something you entered was not found.");
   EXPECT_FALSE(std::filesystem::exists(dest));

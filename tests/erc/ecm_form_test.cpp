@@ -196,6 +196,7 @@ TEST_F(BuilderFormTest, ListsOfTheFile) {
 }
 
 TEST_F(BuilderFormTest, PicturesExplainAndCancelCloses) {
+  services.answer(Answer::OK);
   fire("Opening", "PictureEMC", EventKind::RightClick);
   EXPECT_EQ(lastMessage(), "Information|Click this to work with Extended Remote Control Morphs.");
   tp->opening.PictureTrash.setBackColor(ui::kToolOn);

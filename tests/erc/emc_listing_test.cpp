@@ -65,6 +65,7 @@ TEST_F(EmcListingTest, AFileWithoutChannelsListsARedNote) {
 
 TEST_F(EmcListingTest, ClicksAndEnterOutsideARatioLineAreRefused) {
   openList();
+  for (int i = 0; i < 3; ++i) services.answer(Answer::OK);
   fire("FormListEMCs", "ListEMCs", EventKind::Click);
   EXPECT_EQ(lastMessage(), "Note!|Click on a ratio to be changed.");
   form().ListEMCs.setListIndex(4);
@@ -144,6 +145,7 @@ TEST_F(EmcListingTest, AFileChangedSinceTheListingIsLeftAlone) {
 }
 
 TEST_F(EmcListingTest, RightClickExplains) {
+  services.answer(Answer::OK);
   fire("Opening", "PictureChangeRatio", EventKind::RightClick);
   EXPECT_EQ(lastMessage(), "Information|Click this to change the control ratio for an EMC morph.");
   EXPECT_FALSE(form().visible());

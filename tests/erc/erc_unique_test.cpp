@@ -18,6 +18,7 @@ TEST(ErcUnique, RefusesAllButLowerCaseCr2AndPz3) {
     SCOPED_TRACE(name);
     ErcFixture f;
     f.tp->opening.LabelFileNameForEditor.setCaption((f.tp.files() / name).string());
+    f.services.answer(Answer::OK);
     f.fire("Opening", "menuERCUnique", EventKind::Click);
     ASSERT_EQ(f.services.messages().size(), 1u);
     EXPECT_EQ(f.lastMessage(), "Error!|CR2 or PZ3 files only!");
@@ -29,6 +30,8 @@ TEST(ErcUnique, RefusesAllButLowerCaseCr2AndPz3) {
 class ErcUniqueTest : public ErcTest {};
 
 TEST_F(ErcUniqueTest, EveryFigureNameBecomesTheNewOne) {
+  services.answer(Answer::OK);
+  services.answer(Answer::OK);
   fire("Opening", "menuERCUnique", EventKind::Click);
   EXPECT_EQ(lastMessage(), std::string("Alert!|") + kAlert);
   EXPECT_TRUE(tp->opening.TextERCUnique.visible());
@@ -61,6 +64,7 @@ TEST_F(ErcUniqueTest, APz3GivesAPz3Copy) {
   writeFile(scene, crlf({"{", "\t\t\tFigure 2", "}"}));
   tp->opening.LabelFileNameForEditor.setCaption(scene.string());
   tp->opening.TextERCUnique.setText("");
+  services.answer(Answer::OK);
   fire("Opening", "TextERCUnique", EventKind::Enter);
   EXPECT_EQ(readFile(tp.work() / "Unique.pz3"), crlf({"{", "\t\t\t", "}"}));
 }

@@ -58,6 +58,7 @@ TEST(ErcFaults, ControlledMorphBuilder) {
 TEST(ErcFaults, UniqueName) {
   Step<WorkBench> run = [](WorkBench& b) {
     b.tp->opening.TextERCUnique.setText("Ava");
+    b.services.answer(Answer::OK);
     b.fire("Opening", "TextERCUnique", EventKind::Enter);
   };
   for (int error : {ENOSPC, EIO, EACCES}) walkFaults<WorkBench>(error, run);
