@@ -41,11 +41,16 @@ std::string midChecked(const std::string& s, long long start, long long length) 
 
 const char* question(Family family) {
   switch (family) {
-    case Family::PBM: return "There is already a PBM here, do you want to add another?";
-    case Family::Conforming: return "There is already a CM here, do you want to add another?";
-    case Family::MorphKeep: return "There is already a JCM here, do you want to add another?";
-    case Family::Joint: return "There is already a JCJ or MCJ here, do you want to add another?";
-    case Family::Translation: return "There is already a JCT or MCT here, do you want to add another?";
+    case Family::PBM:
+      return "There is already a PBM here, do you want to add another?";
+    case Family::Conforming:
+      return "There is already a CM here, do you want to add another?";
+    case Family::MorphKeep:
+      return "There is already a JCM here, do you want to add another?";
+    case Family::Joint:
+      return "There is already a JCJ or MCJ here, do you want to add another?";
+    case Family::Translation:
+      return "There is already a JCT or MCT here, do you want to add another?";
   }
   return "";
 }
@@ -55,10 +60,13 @@ using LineTest = std::function<bool(const std::string&)>;
 
 std::vector<LineTest> targetTests(const ui::FormECM& f, ErcKind kind) {
   const std::string slave = f.TextPBM1.text();
-  auto containing = [](std::string word) { return [word](const std::string& l) { return contains(l, word); }; };
+  auto containing = [](std::string word) {
+    return [word](const std::string& l) { return contains(l, word); };
+  };
   switch (familyOf(kind)) {
     case Family::PBM:
-    case Family::MorphKeep: return {containing("targetGeom " + beforeColon(slave))};
+    case Family::MorphKeep:
+      return {containing("targetGeom " + beforeColon(slave))};
     case Family::Conforming: {
       std::size_t at = InStr(slave, ":");
       std::string name = at == 0 ? slave : Left(slave, static_cast<long long>(at) - 1);
@@ -66,11 +74,13 @@ std::vector<LineTest> targetTests(const ui::FormECM& f, ErcKind kind) {
       auto inFigure = std::make_shared<bool>(false);
       return {[name, number, inFigure](const std::string& l) {
         if (hasPrefix(l, "actor ") && !number.empty() && Right(l, 1) == number) *inFigure = true;
-        return *inFigure && l.size() >= name.size() && l.compare(l.size() - name.size(), name.size(), name) == 0;
+        return *inFigure && l.size() >= name.size() &&
+               l.compare(l.size() - name.size(), name.size(), name) == 0;
       }};
     }
     case Family::Joint:
-    case Family::Translation: break;
+    case Family::Translation:
+      break;
   }
   if (kind == ErcKind::TCM)
     return {containing("targetGeom " + beforeColon(slave)), containing(Left(f.ControllingKey, 4))};
@@ -116,8 +126,8 @@ bool writeScratch(Program& program, ErcKind kind, text::StreamRewrite& scratch) 
   std::string next = in.ReadRawLine();
   bool existing = contains(next, "valueOpDeltaAdd");
   if (existing) {
-    auto answer = ui::msgBox(program.services, question(family), "Question", ui::Buttons::YesNo,
-                             ui::Icon::Exclamation);
+    auto answer =
+        ui::msgBox(program.services, question(family), "Question", ui::Buttons::YesNo, ui::Icon::Exclamation);
     if (answer != ui::Answer::Yes) return false;
     bool keep = family != Family::PBM && family != Family::Conforming;
     if (keep) scratch.WriteLine(next);
@@ -138,13 +148,18 @@ bool writeScratch(Program& program, ErcKind kind, text::StreamRewrite& scratch) 
 
 Family familyOf(ErcKind kind) {
   switch (kind) {
-    case ErcKind::PBM: return Family::PBM;
-    case ErcKind::CM: return Family::Conforming;
+    case ErcKind::PBM:
+      return Family::PBM;
+    case ErcKind::CM:
+      return Family::Conforming;
     case ErcKind::JCM:
-    case ErcKind::MCM: return Family::MorphKeep;
+    case ErcKind::MCM:
+      return Family::MorphKeep;
     case ErcKind::JCJ:
-    case ErcKind::MCJ: return Family::Joint;
-    default: return Family::Translation;
+    case ErcKind::MCJ:
+      return Family::Joint;
+    default:
+      return Family::Translation;
   }
 }
 

@@ -21,7 +21,9 @@ namespace {
 
 std::string destination(Program& program) { return program.opening.LabelFileNameForEditor.caption(); }
 
-bool listsDials(ErcKind kind) { return kind != ErcKind::PBM && kind != ErcKind::CM && kind != ErcKind::JCM && kind != ErcKind::MCM; }
+bool listsDials(ErcKind kind) {
+  return kind != ErcKind::PBM && kind != ErcKind::CM && kind != ErcKind::JCM && kind != ErcKind::MCM;
+}
 bool listsTranslations(ErcKind kind) { return familyOf(kind) == Family::Translation; }
 
 void show(std::initializer_list<ui::Control*> on, std::initializer_list<ui::Control*> off) {
@@ -38,18 +40,22 @@ void fillDials(Program& program, ErcKind kind, bool translation) {
 
 void warnAboutFigureName(Program& program, const std::string& name) {
   if (text::contains(name, "Figure "))
-    ui::msgBox(program.services,
-               "You should not use Figure 1, Figure 2 etc for the name of the controlling figure. If the figure is "
-               "renamed later, the EMC won't work. Be careful.",
-               "Note!");
+    ui::msgBox(
+        program.services,
+        "You should not use Figure 1, Figure 2 etc for the name of the controlling figure. If the figure is "
+        "renamed later, the EMC won't work. Be careful.",
+        "Note!");
   if (text::contains(name, "figure "))
-    ui::msgBox(program.services,
-               "You should not use figure 1, figure 2 etc for the name of the controlling figure. If the figure is "
-               "renamed later, the ECM won't work.  Be careful.",
-               "Note!");
+    ui::msgBox(
+        program.services,
+        "You should not use figure 1, figure 2 etc for the name of the controlling figure. If the figure is "
+        "renamed later, the ECM won't work.  Be careful.",
+        "Note!");
 }
 
-void fillFigures(Program& program) { program.formECM.ListConFigECM.setItems(listFigureNames(destination(program))); }
+void fillFigures(Program& program) {
+  program.formECM.ListConFigECM.setItems(listFigureNames(destination(program)));
+}
 
 // The first double click: the slave.
 void takeSlave(Program& program) {
@@ -82,6 +88,8 @@ double limitBehindStar(const std::vector<std::string>& rows, std::size_t index) 
   if (index >= rows.size()) return 1;  // a row past the list reads as empty
   const std::string& row = rows[index];
   double value = text::Val(Mid(row, static_cast<long long>(InStr(row, "*")) + 7));
+  // A limit beyond the double range is the run-time's overflow, as reading it gives.
+  if (!std::isfinite(value)) text::raiseError(text::kOverflow);
   return value == 0 ? 1 : value;
 }
 
@@ -109,7 +117,8 @@ double jointRatio(const std::vector<std::string>& rows, const std::string& contr
 
 void PictureEMCClick(Program& program) {
   auto& o = program.opening;
-  for (ui::Picture* p : {&o.PictureTrash, &o.PictureJoints, &o.PictureViewChannels}) p->setBackColor(ui::kToolRest);
+  for (ui::Picture* p : {&o.PictureTrash, &o.PictureJoints, &o.PictureViewChannels})
+    p->setBackColor(ui::kToolRest);
   program.dialogERC.setVisible(true);
 }
 

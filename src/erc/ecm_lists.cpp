@@ -99,7 +99,8 @@ Lines listMorphs(const std::string& path, ui::ErcKind kind) {
   return lines;
 }
 
-DialListing listDials(const std::string& path, bool translation, ui::ErcKind kind, const std::string& ownFigure) {
+DialListing listDials(const std::string& path, bool translation, ui::ErcKind kind,
+                      const std::string& ownFigure) {
   text::LineReader in(text::nativePath(path));
   DialListing out;
   std::string field, actor, actorFigure;

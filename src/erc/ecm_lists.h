@@ -27,7 +27,8 @@ struct DialListing {
 };
 // `translation` lists translateX/Y/Z in place of rotateX/Y/Z. A conforming morph takes
 // the dials of other figures than `ownFigure`, a joint-controlled morph those of it.
-DialListing listDials(const std::string& path, bool translation, ui::ErcKind kind, const std::string& ownFigure);
+DialListing listDials(const std::string& path, bool translation, ui::ErcKind kind,
+                      const std::string& ownFigure);
 
 // The names of the figure blocks, in file order.
 Lines listFigureNames(const std::string& path);

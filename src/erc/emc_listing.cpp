@@ -49,9 +49,9 @@ void setRatioEntry(EmcListing& listing, const std::string& ratioLine, long long 
 bool addGroup(CountingReader& in, EmcListing& listing, const std::string& slave, std::string& ratio) {
   std::string figure, part, dial;
   if (!in.raw(figure) || !in.raw(part) || !in.raw(dial) || !in.raw(ratio)) return false;
-  for (const std::string& l : {std::string(), std::string("\tEMC Channel"), "\tSlave: " + slave,
-                               "\tMaster: " + Mid(dial, 4), "\tFigure: " + Mid(figure, 4),
-                               "\tMaster Part: " + Mid(part, 5), "\t" + Mid(ratio, 4)})
+  for (const std::string& l :
+       {std::string(), std::string("\tEMC Channel"), "\tSlave: " + slave, "\tMaster: " + Mid(dial, 4),
+        "\tFigure: " + Mid(figure, 4), "\tMaster Part: " + Mid(part, 5), "\t" + Mid(ratio, 4)})
     listing.lines.push_back(l);
   setRatioEntry(listing, ratio, in.count());
   return true;
@@ -183,8 +183,8 @@ void Text1Enter(Program& program) {
   std::string listedText;
   long long number = listedLine(f, listedText);
   writeNewRatio(program, path, number, listedText, value);
-  auto answer = ui::msgBox(program.services, "Control Ratio changed to " + value + ".  Save changes?", "Note!",
-                           ui::Buttons::YesNo);
+  auto answer = ui::msgBox(program.services, "Control Ratio changed to " + value + ".  Save changes?",
+                           "Note!", ui::Buttons::YesNo);
   if (answer != ui::Answer::Yes) {
     f.Text1.setText("");
     program.setBusy(false);

@@ -23,7 +23,8 @@ void copyLines(text::LineReader& in, text::LineWriter& out, long long count, Pac
   }
 }
 
-std::string copyThroughContains(text::LineReader& in, text::LineWriter& out, std::string_view word, Pacer& pacer) {
+std::string copyThroughContains(text::LineReader& in, text::LineWriter& out, std::string_view word,
+                                Pacer& pacer) {
   std::string line;
   for (;;) {
     if (!in.readRawLine(line)) in.ReadRawLine();

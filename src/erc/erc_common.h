@@ -35,7 +35,8 @@ class Pacer {
 // Copies `count` lines; reading past the end is run-time error 62.
 void copyLines(text::LineReader& in, text::LineWriter& out, long long count, Pacer& pacer);
 // Copies lines up to and including the first that contains `word`, and returns it.
-std::string copyThroughContains(text::LineReader& in, text::LineWriter& out, std::string_view word, Pacer& pacer);
+std::string copyThroughContains(text::LineReader& in, text::LineWriter& out, std::string_view word,
+                                Pacer& pacer);
 // Copies the rest of the file.
 void copyRest(text::LineReader& in, text::LineWriter& out, Pacer& pacer);
 

@@ -21,11 +21,12 @@ void ERCUniqueMenu(Program& program) {
     ui::msgBox(program.services, "CR2 or PZ3 files only!", "Error!", ui::Buttons::OK, ui::Icon::Critical);
     return;
   }
-  ui::msgBox(program.services,
-             "Do not use this tool with files that have multiple figures in them!  If this is the case, use the "
-             "Manual Editor, Find\\Replace.\rIf you continue, a text box will appear. Type in your new name and "
-             "hit enter.",
-             "Alert!");
+  ui::msgBox(
+      program.services,
+      "Do not use this tool with files that have multiple figures in them!  If this is the case, use the "
+      "Manual Editor, Find\\Replace.\rIf you continue, a text box will appear. Type in your new name and "
+      "hit enter.",
+      "Alert!");
   program.opening.TextERCUnique.setVisible(true);
   program.opening.TextERCUnique.setFocus();
 }
@@ -53,9 +54,10 @@ void TextERCUniqueEnter(Program& program) {
     scratch.discard();
     throw;
   }
-  ui::msgBox(program.services,
-             "New file saved as " + program.workFile(output).string() + ", move or rename before doing another.",
-             "Note!");
+  ui::msgBox(
+      program.services,
+      "New file saved as " + program.workFile(output).string() + ", move or rename before doing another.",
+      "Note!");
 }
 
 }  // namespace tolvane::erc

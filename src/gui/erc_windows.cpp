@@ -95,7 +95,8 @@ QWidget* makeBuilderWindow(FormBinding& binding, QWidget* mainWindow) {
 
   // The lists of the steps lie in one column; each step shows its prompt and list.
   auto* lists = new QVBoxLayout;
-  for (ui::Label* prompt : {&f.LabelMCControled, &f.LabelMCMaster, &f.LabelListConFigECM, &f.LabelListActorsECM}) {
+  for (ui::Label* prompt :
+       {&f.LabelMCControled, &f.LabelMCMaster, &f.LabelListConFigECM, &f.LabelListActorsECM}) {
     QLabel* l = bound(binding, *prompt, new QLabel);
     l->setWordWrap(true);
     lists->addWidget(l);

@@ -72,8 +72,8 @@ void FormECM::reset() {
   }
   LabelPBMRatio.setCaption("Enter the desired control ratio");
   for (Control* c : std::initializer_list<Control*>{&LabelMCMaster, &LabelListConFigECM, &LabelListActorsECM,
-                                                    &ListConFigECM, &ListActorsECM, &ListMinMax, &LabelPBMRatio,
-                                                    &TextPBMRatio, &LabelWait, &LabelDone})
+                                                    &ListConFigECM, &ListActorsECM, &ListMinMax,
+                                                    &LabelPBMRatio, &TextPBMRatio, &LabelWait, &LabelDone})
     c->setVisible(false);
   LabelMCControled.setVisible(true);
   ListControlledMorph.setVisible(true);

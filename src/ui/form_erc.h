@@ -33,8 +33,8 @@ inline constexpr int kErcKindCount = 10;
 // What each kind is called and starts with.
 struct ErcKindInfo {
   ErcKind kind;
-  const char* option;        // the option of DialogERC
-  const char* label;         // the label of FormECM that tells the kind
+  const char* option;  // the option of DialogERC
+  const char* label;   // the label of FormECM that tells the kind
   const char* caption;
   const char* defaultRatio;
 };

@@ -2,9 +2,10 @@
 // destination: which channel it lands in, the block's five lines to the character,
 // the keep and replace answers on a channel that has a block already, and a control
 // block whose channel or actor is not in the file.
+#include "erc/ecm_builder.h"
+
 #include <gtest/gtest.h>
 
-#include "erc/ecm_builder.h"
 #include "erc_fixture.h"
 
 namespace tolvane::test {
@@ -22,28 +23,105 @@ struct KindCase {
 };
 
 const KindCase kKinds[] = {
-    {ErcKind::PBM, "Wide", "Ava", "PBMBreathe", "BODY", "1.000000", "", "", "\t\ttargetGeom Wide",
+    {ErcKind::PBM,
+     "Wide",
+     "Ava",
+     "PBMBreathe",
+     "BODY",
+     "1.000000",
+     "",
+     "",
+     "\t\ttargetGeom Wide",
      {"valueOpDeltaAdd", "Ava", "BODY", "PBMBreathe", "deltaAddDelta 1.000000"}},
-    {ErcKind::CM, "Wide:1", " Ava", "Narrow", " hip", "1.000000", "", "", "\t\ttargetGeom Wide",
+    {ErcKind::CM,
+     "Wide:1",
+     " Ava",
+     "Narrow",
+     " hip",
+     "1.000000",
+     "",
+     "",
+     "\t\ttargetGeom Wide",
      {"valueOpDeltaAdd", " Ava", " hip", "Narrow", "deltaAddDelta 1.000000"}},
-    {ErcKind::JCM, "Lift:1", "Ava", "xrot lShldr", "lShldr", "0.010000", "", "", "\t\ttargetGeom Lift",
+    {ErcKind::JCM,
+     "Lift:1",
+     "Ava",
+     "xrot lShldr",
+     "lShldr",
+     "0.010000",
+     "",
+     "",
+     "\t\ttargetGeom Lift",
      {"valueOpDeltaAdd", "Ava", "lShldr", "xrot", "deltaAddDelta 0.010000"}},
-    {ErcKind::MCM, "Wide:1", "Ava", "Lift", "lShldr", "0.5", "", "", "\t\ttargetGeom Wide",
+    {ErcKind::MCM,
+     "Wide:1",
+     "Ava",
+     "Lift",
+     "lShldr",
+     "0.5",
+     "",
+     "",
+     "\t\ttargetGeom Wide",
      {"valueOpDeltaAdd", "Ava", "lShldr", "Lift", "deltaAddDelta 0.5"}},
-    {ErcKind::JCJ, "yrot hip:1 GetStringRes(1028,10) [Y]", " Ava ", "zrot lShldr", " lShldr ", "1.5",
-     "zrot lShldr", "yrot hip:1 GetStringRes(1028,10) [Y]", "\t\trotateY yrot",
+    {ErcKind::JCJ,
+     "yrot hip:1 GetStringRes(1028,10) [Y]",
+     " Ava ",
+     "zrot lShldr",
+     " lShldr ",
+     "1.5",
+     "zrot lShldr",
+     "yrot hip:1 GetStringRes(1028,10) [Y]",
+     "\t\trotateY yrot",
      {"valueOpDeltaAdd", "Ava", "lShldr", "zrot", "deltaAddDelta 1.5"}},
-    {ErcKind::MCJ, "yrot hip[Y]", "Ava ", "Lift", "lShldr", "0.010000", "", "yrot hip[Y]", "\t\trotateY yrot",
+    {ErcKind::MCJ,
+     "yrot hip[Y]",
+     "Ava ",
+     "Lift",
+     "lShldr",
+     "0.010000",
+     "",
+     "yrot hip[Y]",
+     "\t\trotateY yrot",
      {"valueOpDeltaAdd", "Ava", "lShldr", "Lift", "deltaAddDelta 0.010000"}},
-    {ErcKind::JCT, "xtran hip:1 xTran [X]", "Ava", "zrot lShldr", "lShldr", "0.001000", "zrot lShldr",
-     "xtran hip:1 xTran [X]", "\t\ttranslateX xtran",
+    {ErcKind::JCT,
+     "xtran hip:1 xTran [X]",
+     "Ava",
+     "zrot lShldr",
+     "lShldr",
+     "0.001000",
+     "zrot lShldr",
+     "xtran hip:1 xTran [X]",
+     "\t\ttranslateX xtran",
      {"valueOpDeltaAdd", "Ava", "lShldr", "zrot", "deltaAddDelta 0.001000"}},
-    {ErcKind::MCT, "xtran hip:1 xTran [X]", "Ava", "Lift", " lShldr", "0.010000", "", "xtran hip:1 xTran [X]",
-     "\t\ttranslateX xtran", {"valueOpDeltaAdd", "Ava", "lShldr", "Lift", "deltaAddDelta 0.010000"}},
-    {ErcKind::TCM, "Lift:1", "Ava", "ytran lShldr", "lShldr", "0.010000", "Lift:1", "ytran lShldr",
-     "\t\ttargetGeom Lift", {"valueOpDeltaAdd", "Ava", "lShldr", "ytran", "deltaAddDelta 0.010000"}},
-    {ErcKind::TCJ, "ytran lShldr:1 yTran [Y]", "Ava", "xtran hip", "hip", "1.000000", "",
-     "ytran lShldr:1 yTran [Y]", "\t\ttranslateY ytran",
+    {ErcKind::MCT,
+     "xtran hip:1 xTran [X]",
+     "Ava",
+     "Lift",
+     " lShldr",
+     "0.010000",
+     "",
+     "xtran hip:1 xTran [X]",
+     "\t\ttranslateX xtran",
+     {"valueOpDeltaAdd", "Ava", "lShldr", "Lift", "deltaAddDelta 0.010000"}},
+    {ErcKind::TCM,
+     "Lift:1",
+     "Ava",
+     "ytran lShldr",
+     "lShldr",
+     "0.010000",
+     "Lift:1",
+     "ytran lShldr",
+     "\t\ttargetGeom Lift",
+     {"valueOpDeltaAdd", "Ava", "lShldr", "ytran", "deltaAddDelta 0.010000"}},
+    {ErcKind::TCJ,
+     "ytran lShldr:1 yTran [Y]",
+     "Ava",
+     "xtran hip",
+     "hip",
+     "1.000000",
+     "",
+     "ytran lShldr:1 yTran [Y]",
+     "\t\ttranslateY ytran",
      {"valueOpDeltaAdd", "Ava", "hip", "xtran", "deltaAddDelta 1.000000"}},
 };
 
@@ -69,7 +147,8 @@ class BuilderTest : public ErcTest {
     Lines lines = linesOf(data("figure.cr2"));
     auto at = std::find(lines.begin(), lines.end(), channel);
     EXPECT_NE(at, lines.end()) << channel;
-    at = std::find_if(at, lines.end(), [](const std::string& l) { return l.find("interpStyleLocked") != l.npos; });
+    at = std::find_if(at, lines.end(),
+                      [](const std::string& l) { return l.find("interpStyleLocked") != l.npos; });
     at = lines.erase(at + 1, at + 1 + static_cast<long>(dropped));
     for (auto it = block.rbegin(); it != block.rend(); ++it) at = lines.insert(at, "\t\t\t" + *it);
     return crlf(lines);
@@ -129,8 +208,8 @@ TEST_F(BuilderTest, AnExistingBlockIsReplacedOrKeptByFamily) {
 
 TEST_F(BuilderTest, NoToTheQuestionLeavesEverything) {
   setUpForm({ErcKind::MCM, "Belly:1", "Ava", "Wide", "hip", "1", "", "", "", {}});
-  services.queue(
-      ui::ScriptedAnswer::message("Question", "There is already a JCM here, do you want to add another?", Answer::No));
+  services.queue(ui::ScriptedAnswer::message(
+      "Question", "There is already a JCM here, do you want to add another?", Answer::No));
   fire("FormECM", "TextPBMRatio", EventKind::Enter);
   EXPECT_EQ(services.pending(), 0u);
   EXPECT_TRUE(services.dialogs().empty());

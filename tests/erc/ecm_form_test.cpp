@@ -1,9 +1,10 @@
 // The builder driven as the user drives it: PictureEMC, the kind in DialogERC, Ready,
 // then double clicks and Enter in FormECM. The lists each step fills, the figure name
 // warnings, and the joint-controlled joint whose ratio comes from the dials' limits.
+#include "erc/ecm_form.h"
+
 #include <gtest/gtest.h>
 
-#include "erc/ecm_form.h"
 #include "erc/ecm_lists.h"
 #include "erc_fixture.h"
 
@@ -13,8 +14,8 @@ namespace {
 using ui::Answer;
 using ui::ErcKind;
 
-const Lines kRotations = {"xrot BODY:1 xrot [X]", "yrot hip:1 GetStringRes(1028,10) [Y]", "xrot lShldr:1 bend [X]",
-                          "zrot lShldr:1 side [Z]"};
+const Lines kRotations = {"xrot BODY:1 xrot [X]", "yrot hip:1 GetStringRes(1028,10) [Y]",
+                          "xrot lShldr:1 bend [X]", "zrot lShldr:1 side [Z]"};
 
 class BuilderFormTest : public ErcTest {
  protected:
@@ -99,7 +100,8 @@ TEST_F(BuilderFormTest, AJointControlledMorphStepByStep) {
   Lines expected = linesOf(data("figure.cr2"));
   auto at = std::find(expected.begin(), expected.end(), "\t\ttargetGeom Lift") + 15;
   ASSERT_EQ(*(at - 1), "\t\t\tinterpStyleLocked 0");
-  expected.insert(at, {"\t\t\tvalueOpDeltaAdd", "\t\t\tAva", "\t\t\t ", "\t\t\txrot", "\t\t\tdeltaAddDelta 0.010000"});
+  expected.insert(
+      at, {"\t\t\tvalueOpDeltaAdd", "\t\t\tAva", "\t\t\t ", "\t\t\txrot", "\t\t\tdeltaAddDelta 0.010000"});
   EXPECT_EQ(readFile(saved), crlf(expected));
   EXPECT_TRUE(form().LabelDone.visible());
   fire("FormECM", "LabelDone", EventKind::Click);
@@ -116,15 +118,17 @@ TEST_F(BuilderFormTest, APartialBodyMorphTakesTheFigureNameAndWarns) {
   services.answer(Answer::OK);
   pick(form().ListControlledMorph, "Wide");
   EXPECT_EQ(form().TextPBM2.text(), "Figure 1");
-  EXPECT_EQ(lastMessage(),
-            "Note!|You should not use Figure 1, Figure 2 etc for the name of the controlling figure. If the figure "
-            "is renamed later, the EMC won't work. Be careful.");
+  EXPECT_EQ(
+      lastMessage(),
+      "Note!|You should not use Figure 1, Figure 2 etc for the name of the controlling figure. If the figure "
+      "is renamed later, the EMC won't work. Be careful.");
   services.answer(Answer::OK);
   form().ListConFigECM.setItems({"figure 2"});
   pick(form().ListConFigECM, "figure 2");
-  EXPECT_EQ(lastMessage(),
-            "Note!|You should not use figure 1, figure 2 etc for the name of the controlling figure. If the figure "
-            "is renamed later, the ECM won't work.  Be careful.");
+  EXPECT_EQ(
+      lastMessage(),
+      "Note!|You should not use figure 1, figure 2 etc for the name of the controlling figure. If the figure "
+      "is renamed later, the ECM won't work.  Be careful.");
   EXPECT_EQ(services.pending(), 0u);
 }
 
@@ -173,8 +177,12 @@ TEST(JointRatio, LimitsAndZeros) {
     SCOPED_TRACE(c.name);
     EXPECT_DOUBLE_EQ(erc::jointRatio(c.rows, "M", "S"), c.ratio);
   }
+  // A limit beyond the double range overflows.
+  EXPECT_EQ(runTimeErrorOf([&] { erc::jointRatio(join(dial("S", "1", "2"), dial("M", "1e400", "3")), "M", "S"); }),
+            6);
   // Equal master values leave no range.
-  EXPECT_EQ(runTimeErrorOf([&] { erc::jointRatio(join(dial("S", "1", "2"), dial("M", "1", "0")), "M", "S"); }), 11);
+  EXPECT_EQ(
+      runTimeErrorOf([&] { erc::jointRatio(join(dial("S", "1", "2"), dial("M", "1", "0")), "M", "S"); }), 11);
 }
 
 TEST_F(BuilderFormTest, ListsOfTheFile) {

@@ -1,9 +1,10 @@
 // The channel listing of FormListEMCs and the change of one control ratio: the list
 // and ratio table of a small figure, the refusals, what is written for any typed text,
 // the save that only the listed file itself takes, and a file changed under the list.
+#include "erc/emc_listing.h"
+
 #include <gtest/gtest.h>
 
-#include "erc/emc_listing.h"
 #include "erc_fixture.h"
 
 namespace tolvane::test {
@@ -88,9 +89,8 @@ TEST_F(EmcListingTest, AnyTypedRatioIsWrittenAsItStands) {
     EXPECT_TRUE(form().Text1.visible());
     EXPECT_TRUE(form().Label1.visible());
     EXPECT_EQ(form().Text1.text(), "1.000000");
-    services.queue(
-        ui::ScriptedAnswer::message("Note!", std::string("Control Ratio changed to ") + value + ".  Save changes?",
-                                    Answer::Yes));
+    services.queue(ui::ScriptedAnswer::message(
+        "Note!", std::string("Control Ratio changed to ") + value + ".  Save changes?", Answer::Yes));
     services.dialog(dest);
     enterRatio(value);
     EXPECT_EQ(services.pending(), 0u) << lastMessage();

@@ -10,7 +10,8 @@ namespace {
 using ui::Answer;
 
 const char* kAlert =
-    "Do not use this tool with files that have multiple figures in them!  If this is the case, use the Manual "
+    "Do not use this tool with files that have multiple figures in them!  If this is the case, use the "
+    "Manual "
     "Editor, Find\\Replace.\rIf you continue, a text box will appear. Type in your new name and hit enter.";
 
 TEST(ErcUnique, RefusesAllButLowerCaseCr2AndPz3) {
@@ -46,7 +47,8 @@ TEST_F(ErcUniqueTest, EveryFigureNameBecomesTheNewOne) {
   tp->opening.TextERCUnique.setText("Ava");
   fire("Opening", "TextERCUnique", EventKind::Enter);
   std::filesystem::path output = tp.work() / "Unique.cr2";
-  EXPECT_EQ(lastMessage(), "Note!|New file saved as " + output.string() + ", move or rename before doing another.");
+  EXPECT_EQ(lastMessage(),
+            "Note!|New file saved as " + output.string() + ", move or rename before doing another.");
   for (std::string& l : lines) {
     std::size_t at = l.find("Figure ");
     if (at != std::string::npos) l = l.substr(0, at) + "Ava";
