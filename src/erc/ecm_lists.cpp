@@ -1,6 +1,6 @@
 #include "erc/ecm_lists.h"
 
-#include <algorithm>
+#include <unordered_set>
 
 #include "text/figure_text.h"
 #include "text/line_reader.h"
@@ -15,13 +15,20 @@ using text::Right;
 
 namespace {
 
-bool has(const Lines& lines, const std::string& line) {
-  return std::find(lines.begin(), lines.end(), line) != lines.end();
-}
+// The lines of a list in the order they came, each once.
+class UniqueLines {
+ public:
+  bool add(const std::string& line) {
+    if (!m_seen.insert(line).second) return false;
+    m_lines.push_back(line);
+    return true;
+  }
+  Lines take() { return std::move(m_lines); }
 
-void addOnce(Lines& lines, const std::string& line) {
-  if (!has(lines, line)) lines.push_back(line);
-}
+ private:
+  Lines m_lines;
+  std::unordered_set<std::string> m_seen;
+};
 
 // A dial's name from its raw name line: four characters behind "ame", or for a
 // resource name everything from the ninth character.
@@ -53,7 +60,8 @@ const DialHeader* dialHeader(const std::string& field, bool translation) {
 
 // The channel behind a dial header: its name line and its min and max lines, read
 // whole. False at the end of the file.
-bool readDial(text::LineReader& in, const DialHeader& h, const std::string& actor, DialListing& out) {
+bool readDial(text::LineReader& in, const DialHeader& h, const std::string& actor, UniqueLines& dials,
+              Lines& minMax) {
   std::string brace, nameLine, minLine, maxLine;
   if (!in.readRawLine(brace) || !in.readRawLine(nameLine)) return false;
   do {
@@ -61,11 +69,10 @@ bool readDial(text::LineReader& in, const DialHeader& h, const std::string& acto
   } while (!isMinLine(minLine));
   if (!in.readRawLine(maxLine)) return false;
   std::string dial = h.prefix + actor + " " + dialName(nameLine) + h.suffix;
-  if (has(out.dials, dial)) return true;
-  out.dials.push_back(dial);
-  out.minMax.push_back(dial);
-  out.minMax.push_back(dial + "*" + minLine);
-  out.minMax.push_back(dial + "*" + maxLine);
+  if (!dials.add(dial)) return true;
+  minMax.push_back(dial);
+  minMax.push_back(dial + "*" + minLine);
+  minMax.push_back(dial + "*" + maxLine);
   return true;
 }
 
@@ -82,7 +89,7 @@ std::string ownFigureNumber(const std::string& path) {
 
 Lines listMorphs(const std::string& path, ui::ErcKind kind) {
   text::LineReader in(text::nativePath(path));
-  Lines lines;
+  UniqueLines lines;
   std::string field, bodyNumber, figure;
   if (kind == ui::ErcKind::CM) {
     while (in.readField(field) && !hasPrefix(field, "actor BODY:")) {
@@ -94,15 +101,16 @@ Lines listMorphs(const std::string& path, ui::ErcKind kind) {
     if (!hasPrefix(field, "targetGeom")) continue;
     if (kind == ui::ErcKind::CM && figure == bodyNumber) continue;
     std::string id = Mid(field, 12);
-    addOnce(lines, kind == ui::ErcKind::PBM ? id : id + ":" + figure);
+    lines.add(kind == ui::ErcKind::PBM ? id : id + ":" + figure);
   }
-  return lines;
+  return lines.take();
 }
 
 DialListing listDials(const std::string& path, bool translation, ui::ErcKind kind,
                       const std::string& ownFigure) {
   text::LineReader in(text::nativePath(path));
   DialListing out;
+  UniqueLines dials;
   std::string field, actor, actorFigure;
   int resFiles = 0;
   while (in.readField(field)) {
@@ -116,8 +124,9 @@ DialListing listDials(const std::string& path, bool translation, ui::ErcKind kin
     if (h == nullptr) continue;
     if (kind == ui::ErcKind::CM && actorFigure == ownFigure) continue;
     if (kind == ui::ErcKind::JCM && actorFigure != ownFigure) continue;
-    if (!readDial(in, *h, actor, out)) break;
+    if (!readDial(in, *h, actor, dials, out.minMax)) break;
   }
+  out.dials = dials.take();
   return out;
 }
 
