@@ -63,10 +63,11 @@ struct Bench {
     program->opening.LabelFileNameForEditor.setCaption(dest.string());
   }
 
-  // The listing is made once; each round changes the first ratio line it found.
+  // The listing is made anew each round (the builder moves the lines); the round
+  // changes the first ratio line it found.
   double ratio(int round) {
     auto& f = program->formListEMCs;
-    if (f.ListEMCs.listCount() < 2) tolvane::erc::PictureChangeRatioClick(*program);
+    tolvane::erc::PictureChangeRatioClick(*program);
     int index = -1;
     for (int i = 0; i < f.ListEMCs.listCount() && index < 0; ++i)
       if (f.ListEMCs.list(i).rfind("\tdelta", 0) == 0) index = i;
@@ -108,32 +109,44 @@ struct Bench {
     ::sync();
     return timed([&] { require(std::system(command.c_str()) == 0, "cp failed"); });
   }
+
+  // cp with the copy flushed to the device, as every tool's replace flushes its new text.
+  double cpFlushed() {
+    std::string command = "cp '" + dest.string() + "' '" + (dir / "cp.cr2").string() + "' && sync -d '" +
+                          (dir / "cp.cr2").string() + "'";
+    ::sync();
+    return timed([&] { require(std::system(command.c_str()) == 0, "cp failed"); });
+  }
 };
 
 int run(int argc, char** argv) {
   Bench b;
   b.setUp(argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 100);
   b.cp();  // brings the file into the page cache
-  constexpr int kRounds = 3;
-  double cp = 1e9;
+  // Best of five rounds on a machine others share; cp runs last in each round, so that
+  // no tool runs while the copy's pages are still being written out.
+  constexpr int kRounds = 5;
+  double cp = 1e9, cpFlushed = 1e9;
   struct Row {
     const char* name;
     double time;
   } rows[] = {{"ratio", 1e9}, {"builder", 1e9}, {"unique", 1e9}};
   for (int round = 0; round < kRounds; ++round) {
-    cp = std::min(cp, b.cp());
     auto before = fs::file_size(b.dest);
-    rows[0].time = std::min(rows[0].time, b.ratio(round));
     rows[1].time = std::min(rows[1].time, b.builder(round));
     require(fs::file_size(b.dest) > before, "the builder did not replace the file");
     rows[2].time = std::min(rows[2].time, b.unique());
     require(fs::file_size(b.dir / "work" / "Unique.cr2") > 0, "no unique copy");
+    rows[0].time = std::min(rows[0].time, b.ratio(round));
+    cp = std::min(cp, b.cp());
+    cpFlushed = std::min(cpFlushed, b.cpFlushed());
   }
   require(b.services.pending() == 0, "a tool did not ask what the benchmark answers");
-  std::printf("best of %d rounds\ncp        %7.3f s\n", kRounds, cp);
+  std::printf("best of %d rounds\ncp          %7.3f s\ncp + flush  %7.3f s\n", kRounds, cp, cpFlushed);
   bool ok = true;
   for (const auto& r : rows) {
-    std::printf("%-9s %7.3f s  %5.2fx cp\n", r.name, r.time, r.time / cp);
+    std::printf("%-11s %7.3f s  %5.2fx cp  %5.2fx cp + flush\n", r.name, r.time, r.time / cp,
+                r.time / cpFlushed);
     ok = ok && r.time < 3 * cp;
   }
   std::printf("%s\n", ok ? "within the aim (3x cp)" : "OUTSIDE the aim (3x cp)");

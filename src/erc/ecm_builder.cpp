@@ -7,7 +7,6 @@
 #include "program/file_save_step.h"
 #include "program/program.h"
 #include "text/figure_text.h"
-#include "text/line_reader.h"
 #include "text/run_time_number.h"
 #include "text/runtime_error.h"
 #include "text/scratch_file.h"
@@ -56,12 +55,12 @@ const char* question(Family family) {
 }
 
 // One line test after another: the line the copy stops at is the last test's match.
-using LineTest = std::function<bool(const std::string&)>;
+using LineTest = std::function<bool(std::string_view)>;
 
 std::vector<LineTest> targetTests(const ui::FormECM& f, ErcKind kind) {
   const std::string slave = f.TextPBM1.text();
   auto containing = [](std::string word) {
-    return [word](const std::string& l) { return contains(l, word); };
+    return LineTest([word](std::string_view l) { return contains(l, word); });
   };
   switch (familyOf(kind)) {
     case Family::PBM:
@@ -72,7 +71,7 @@ std::vector<LineTest> targetTests(const ui::FormECM& f, ErcKind kind) {
       std::string name = at == 0 ? slave : Left(slave, static_cast<long long>(at) - 1);
       std::string number = at == 0 ? std::string() : Mid(slave, static_cast<long long>(at) + 1);
       auto inFigure = std::make_shared<bool>(false);
-      return {[name, number, inFigure](const std::string& l) {
+      return {[name, number, inFigure](std::string_view l) {
         if (hasPrefix(l, "actor ") && !number.empty() && Right(l, 1) == number) *inFigure = true;
         return *inFigure && l.size() >= name.size() &&
                l.compare(l.size() - name.size(), name.size(), name) == 0;
@@ -98,10 +97,10 @@ std::vector<LineTest> targetTests(const ui::FormECM& f, ErcKind kind) {
 
 // Copies the destination up to and including its target line and the controlled
 // channel's interpStyleLocked line; any line not found ends in error 62.
-void copyToChannel(Program& program, text::LineReader& in, text::LineWriter& out,
+void copyToChannel(Program& program, text::FigureScanner& in, text::LineWriter& out,
                    const std::vector<LineTest>& tests) {
   Pacer pacer(program);
-  std::string line;
+  std::string_view line;
   for (const LineTest& test : tests) {
     do {
       line = in.ReadRawLine();
@@ -121,9 +120,9 @@ void endWork(Program& program) {
 bool writeScratch(Program& program, ErcKind kind, text::StreamRewrite& scratch) {
   auto& f = program.formECM;
   const Family family = familyOf(kind);
-  text::LineReader in(text::nativePath(program.opening.LabelFileNameForEditor.caption()));
+  text::FigureScanner in(text::nativePath(program.opening.LabelFileNameForEditor.caption()));
   copyToChannel(program, in, scratch.out(), targetTests(f, kind));
-  std::string next = in.ReadRawLine();
+  std::string next(in.ReadRawLine());
   bool existing = contains(next, "valueOpDeltaAdd");
   if (existing) {
     auto answer =
@@ -132,7 +131,7 @@ bool writeScratch(Program& program, ErcKind kind, text::StreamRewrite& scratch) 
     bool keep = family != Family::PBM && family != Family::Conforming;
     if (keep) scratch.WriteLine(next);
     for (int i = 0; i < 4; ++i) {
-      std::string old = in.ReadRawLine();
+      std::string_view old = in.ReadRawLine();
       if (keep) scratch.WriteLine(old);
     }
   }

@@ -151,10 +151,10 @@ void writeNewRatio(Program& program, const std::string& path, long long number, 
                    const std::string& value) {
   text::StreamRewrite scratch(program.workFile(kChangeRatio), true);
   try {
-    text::LineReader in(text::nativePath(path));
+    text::FigureScanner in(text::nativePath(path));
     Pacer pacer(program);
     copyLines(in, scratch.out(), number - 1, pacer);
-    std::string old = in.ReadRawLine();
+    std::string_view old = in.ReadRawLine();
     if (old != listedText)
       throw text::RuntimeError(text::kInvalidProcedureCall,
                                "The file changed since it was listed: line " + std::to_string(number) +

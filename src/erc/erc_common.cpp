@@ -14,29 +14,26 @@ void Pacer::check() {
   m_program.services.yield();
 }
 
-void copyLines(text::LineReader& in, text::LineWriter& out, long long count, Pacer& pacer) {
-  std::string line;
+void copyLines(text::FigureScanner& in, text::LineWriter& out, long long count, Pacer& pacer) {
   for (long long i = 0; i < count; ++i) {
-    if (!in.readRawLine(line)) in.ReadRawLine();  // raises the end-of-file error
-    out.WriteLine(line);
+    out.WriteLine(in.ReadRawLine());
     pacer.tick();
   }
 }
 
-std::string copyThroughContains(text::LineReader& in, text::LineWriter& out, std::string_view word,
-                                Pacer& pacer) {
-  std::string line;
+void copyThroughContains(text::FigureScanner& in, text::LineWriter& out, std::string_view word,
+                         Pacer& pacer) {
   for (;;) {
-    if (!in.readRawLine(line)) in.ReadRawLine();
+    std::string_view line = in.ReadRawLine();
     out.WriteLine(line);
     pacer.tick();
-    if (text::contains(line, word)) return line;
+    if (text::contains(line, word)) return;
   }
 }
 
-void copyRest(text::LineReader& in, text::LineWriter& out, Pacer& pacer) {
-  std::string line;
-  while (in.readRawLine(line)) {
+void copyRest(text::FigureScanner& in, text::LineWriter& out, Pacer& pacer) {
+  std::string_view line;
+  while (in.rawLine(line)) {
     out.WriteLine(line);
     pacer.tick();
   }

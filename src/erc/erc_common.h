@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "text/line_reader.h"
+#include "text/figure_scan.h"
 #include "text/line_writer.h"
 
 namespace tolvane {
@@ -32,12 +32,14 @@ class Pacer {
   std::chrono::steady_clock::time_point m_last;
 };
 
+// The copy loops read through the figure scanner, whose lines are views into its
+// window: a line is written without being copied first.
+
 // Copies `count` lines; reading past the end is run-time error 62.
-void copyLines(text::LineReader& in, text::LineWriter& out, long long count, Pacer& pacer);
-// Copies lines up to and including the first that contains `word`, and returns it.
-std::string copyThroughContains(text::LineReader& in, text::LineWriter& out, std::string_view word,
-                                Pacer& pacer);
+void copyLines(text::FigureScanner& in, text::LineWriter& out, long long count, Pacer& pacer);
+// Copies lines up to and including the first that contains `word`.
+void copyThroughContains(text::FigureScanner& in, text::LineWriter& out, std::string_view word, Pacer& pacer);
 // Copies the rest of the file.
-void copyRest(text::LineReader& in, text::LineWriter& out, Pacer& pacer);
+void copyRest(text::FigureScanner& in, text::LineWriter& out, Pacer& pacer);
 
 }  // namespace tolvane::erc

@@ -3,7 +3,6 @@
 #include "erc/erc_common.h"
 #include "program/program.h"
 #include "text/figure_text.h"
-#include "text/line_reader.h"
 #include "text/scratch_file.h"
 #include "ui/services.h"
 
@@ -39,13 +38,15 @@ void TextERCUniqueEnter(Program& program) {
   text::deleteIgnoringErrors(program.workFile(output));
   text::StreamRewrite scratch(program.workFile(kScratch), true);
   try {
-    text::LineReader in(text::nativePath(path));
+    text::FigureScanner in(text::nativePath(path));
     Pacer pacer(program);
-    std::string line;
-    while (in.readRawLine(line)) {
+    std::string_view line;
+    while (in.rawLine(line)) {
       std::size_t at = line.find("Figure ");
-      if (at != std::string::npos) line = line.substr(0, at) + newName;
-      scratch.WriteLine(line);
+      if (at == std::string_view::npos)
+        scratch.WriteLine(line);
+      else
+        scratch.WriteLine(std::string(line.substr(0, at)) + newName);
       pacer.tick();
     }
     in.close();
