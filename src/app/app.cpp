@@ -2,6 +2,7 @@
 
 #include "editor/editor_events.h"
 #include "editor/editor_handover.h"
+#include "erc/erc_events.h"
 #include "library/library_events.h"
 #include "morph/morph_events.h"
 #include "obj/obj_events.h"
@@ -19,6 +20,7 @@ const EventTable& eventTable() {
     registerEditorEvents(t);
     registerLibraryEvents(t);
     registerObjEvents(t);
+    registerErcEvents(t);
     return t;
   }();
   return table;

@@ -96,6 +96,8 @@ void MainWindow::buildMenus() {
   tools->addSeparator();
   m_pending.emplace_back(&o.MenuNotepad, menuAction(tools));
   m_pending.emplace_back(&o.MenuNotebook, menuAction(tools));
+  tools->addSeparator();
+  m_pending.emplace_back(&o.menuERCUnique, menuAction(tools));
 
   QMenu* library = menuBar()->addMenu(QString());
   m_pending.emplace_back(&o.MenuLibrary, library);
@@ -267,6 +269,7 @@ QWidget* MainWindow::buildToolRow() {
   row->addWidget(lineBox(o.TextMorphRename));
   row->addWidget(picture(o.PictureRenameMorph, 28));
   row->addWidget(lineBox(o.TextTrackingSpeed));
+  row->addWidget(lineBox(o.TextERCUnique));
   row->addWidget(lineBox(o.TextOBJScale));
   auto* slider = new QSlider(Qt::Horizontal);
   slider->setMinimumWidth(160);

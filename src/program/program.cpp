@@ -15,6 +15,9 @@ Program::Program(ui::Services& services_, ui::Settings& settings_, ProgramOption
   addForm(&formNotes);
   addForm(&formEditor);
   addForm(&formOBJ);
+  addForm(&formListEMCs);
+  addForm(&dialogERC);
+  addForm(&formECM);
 }
 
 const EventTable& Program::events() const {

@@ -54,6 +54,7 @@ class Opening : public Form {
   MenuItem MenuTransferParts{this, "MenuTransferParts", "Transfer Body Parts"};
   MenuItem MenuNotepad{this, "MenuNotepad", "&Notepad"};
   MenuItem MenuNotebook{this, "MenuNotebook", "Open Note&book"};
+  MenuItem menuERCUnique{this, "menuERCUnique", "ERC &Unique Name"};
   MenuItem MenuLibrary{this, "MenuLibrary", "&Library Files"};
   MenuItem MenuMasterCR2{this, "MenuMasterCR2", "&Master CR2"};
   MenuItem MenuP3Male{this, "MenuP3Male", "P3 Male"};
@@ -152,6 +153,8 @@ class Opening : public Form {
   Label LabelX{this, "LabelX"};
   Label LabelY{this, "LabelY"};
   Label LabelZ{this, "LabelZ"};
+  // The new figure name of the ERC unique name tool; Enter writes the copy.
+  TextBox TextERCUnique{this, "TextERCUnique"};
 
   // OBJ page controls of the main form.
   TextBox TextOBJScale{this, "TextOBJScale"};

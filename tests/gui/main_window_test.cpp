@@ -50,7 +50,7 @@ void MainWindowTest::comesUpWithMenusAndPanes() {
   QCOMPARE(entries("MenuCR2Tools"),
            QStringList({"&Bracket Checker Ctrl+B", "&Manual Editor Ctrl+E", "Clear &ReadOnly Attributes... ",
                         "-", "Prop Obj File Relocator ", "Prop Texture File Relocator ", "-", "&Notepad ",
-                        "Open Note&book "}));
+                        "Open Note&book ", "-", "ERC &Unique Name "}));
   QCOMPARE(entries("MenuHelp"), QStringList({"&About Tolvane F1"}));
   // The panes give their lines to drags and take several at once.
   for (const char* pane : {"ListActors", "ListChannels"}) {

@@ -193,6 +193,35 @@ const EntryPoint kEntryPoints[] = {
        c.fire("PictureChannelReorderDone", EventKind::Click);
      },
      true},
+    // The ratio change saves only over the listed file; the user here picks another name.
+    {"control ratio",
+     [](Cell& c) {
+       c.fire("PictureChangeRatio", EventKind::Click);
+       ui::FormListEMCs& f = c.program->formListEMCs;
+       for (int i = 0; i < f.ListEMCs.listCount(); ++i)
+         if (f.ListEMCs.list(i).rfind("\tdelta", 0) == 0) f.ListEMCs.setListIndex(i);
+       fireEvent(*c.program, "FormListEMCs", "ListEMCs", EventKind::Click);
+       f.Text1.setText("2");
+       fireEvent(*c.program, "FormListEMCs", "Text1", EventKind::Enter);
+     }},
+    {"controlled morph builder",
+     [](Cell& c) {
+       c.fire("PictureEMC", EventKind::Click);
+       fireEvent(*c.program, "DialogERC", "LabelDone", EventKind::Click);
+       ui::FormECM& f = c.program->formECM;
+       f.TextPBM1.setText("Wide");
+       f.TextPBM2.setText("Figure 1");
+       f.TextPBM3.setText("PBMBreathe");
+       f.TextPBM4.setText("BODY");
+       fireEvent(*c.program, "FormECM", "TextPBMRatio", EventKind::Enter);
+     },
+     true},
+    {"unique name",
+     [](Cell& c) {
+       c.fire("menuERCUnique", EventKind::Click);
+       c.form().TextERCUnique.setText("Ava");
+       c.fire("TextERCUnique", EventKind::Enter);
+     }},
 };
 
 // ---- the inputs ----

@@ -1,0 +1,42 @@
+#include "erc_fixture.h"
+
+namespace tolvane::test {
+
+ErcFixture::ErcFixture() { std::filesystem::create_directories(tp.files()); }
+
+void ErcFixture::openDestination(const std::string& name) {
+  dest = copyInto(data(name), tp.files()).string();
+  original = readFile(dest);
+  auto& f = tp->opening;
+  f.LabelFileName.setCaption(std::filesystem::path(dest).filename().string());
+  for (ui::Label* l : {&f.LabelFileNameForEditor, &f.LabelChannelFileNameForEditor}) l->setCaption(dest);
+  f.OpenFilePath = dest;
+  tp->currentDir = tp.files();
+}
+
+void ErcFixture::dblClick(const std::string& form, ui::ListBox& list, const std::string& line) {
+  int index = list.indexOf(line);
+  ASSERT_GE(index, 0) << "no entry " << line << " in " << list.name();
+  list.setListIndex(index);
+  fire(form, list.name(), EventKind::DblClick);
+}
+
+Lines ErcFixture::linesOf(const std::filesystem::path& path) {
+  Lines lines;
+  std::string text = readFile(path);
+  std::size_t start = 0;
+  while (start < text.size()) {
+    std::size_t end = text.find("\r\n", start);
+    if (end == std::string::npos) end = text.size();
+    lines.push_back(text.substr(start, end - start));
+    start = end + 2;
+  }
+  return lines;
+}
+
+std::string ErcFixture::lastMessage() const {
+  const auto& m = services.messages();
+  return m.empty() ? std::string("<no message>") : m.back().title + "|" + m.back().text;
+}
+
+}  // namespace tolvane::test
