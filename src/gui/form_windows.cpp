@@ -9,6 +9,7 @@
 
 #include "gui/qt_settings.h"
 #include "gui/editor_window.h"
+#include "gui/library_windows.h"
 #include "gui/obj_window.h"
 #include "gui/qt_text.h"
 #include "program/program.h"
@@ -62,6 +63,7 @@ void registerBuiltInFormWindows() {
   if (formWindowFactory("FormNotes") == nullptr) registerFormWindow("FormNotes", makeNotesWindow);
   if (formWindowFactory("FormEditor") == nullptr) registerEditorWindow();
   if (formWindowFactory("FormOBJ") == nullptr) registerObjWindow();
+  registerLibraryWindows();
 }
 
 FormWindow::FormWindow(FormBinding& binding, QWidget* mainWindow)

@@ -37,6 +37,26 @@ bool readUntil(text::LineReader& in, std::string& line, std::string_view word) {
   return false;
 }
 
+// The line a filter waits for when the source ends first: a cut or short figure.
+struct EndsTooSoon {
+  std::string awaited;
+};
+
+// Raw lines from a source that must hold `awaited` further on: its end is not a read
+// past the end but a source that is cut short.
+std::string readAwaiting(text::LineReader& in, const std::string& awaited) {
+  std::string line;
+  if (!in.readRawLine(line)) throw EndsTooSoon{awaited};
+  return line;
+}
+
+void showEndsTooSoon(Program& program, const std::string& source, const EndsTooSoon& e, const std::string& what) {
+  ui::msgBox(program.services,
+             source + " ends before its \"" + e.awaited + "\" line: the figure is cut short or is no figure. No " +
+                 what + " was written.",
+             "Error!", ui::Buttons::OK, ui::Icon::Critical);
+}
+
 // The body of the master: the figure's lines up to its first material, then from the
 // "displayMode USEPARENT" line four lines. Returns when the last line is written.
 void copyMaster(text::LineReader& in, text::LineWriter& out, bool removeMorphs) {
@@ -47,8 +67,7 @@ void copyMaster(text::LineReader& in, text::LineWriter& out, bool removeMorphs) 
     line = in.ReadRawLine();
     if (contains(line, "material")) break;
     if (removeMorphs && contains(line, "valueParm")) {
-      if (!readUntil(in, line, "interpStyleLocked")) return;
-      line = in.ReadRawLine();
+      if (!readUntil(in, line, "interpStyleLocked") || !in.readRawLine(line)) return;
       skipNext = true;
     }
     if (removeMorphs && contains(line, "targetGeom")) {
@@ -63,11 +82,11 @@ void copyMaster(text::LineReader& in, text::LineWriter& out, bool removeMorphs) 
     if (!skipNext) out.WriteLine(line);
     skipNext = false;
   }
-  // The tail: a file without the line runs off its end (run-time error 62).
-  do line = in.ReadRawLine();
+  // The tail: a file that ends before it is cut short.
+  do line = readAwaiting(in, "displayMode USEPARENT");
   while (!contains(line, "displayMode USEPARENT"));
   out.WriteLine(line);
-  for (int i = 0; i < 3; ++i) out.WriteLine(in.ReadRawLine());
+  for (int i = 0; i < 3; ++i) out.WriteLine(readAwaiting(in, "displayMode USEPARENT"));
 }
 
 }  // namespace
@@ -113,8 +132,15 @@ void MakeMasterCR2(Program& program, int number) {
     scratch.WriteLine("}");
     scratch.close();
     text::moveScratchInto(scratch.scratch(), target, false);
+  } catch (const EndsTooSoon& e) {
+    scratch.discard();
+    in.close();
+    program.setBusy(false);
+    showEndsTooSoon(program, source, e, "Master CR2 file");
+    return;
   } catch (...) {
     scratch.discard();
+    program.setBusy(false);
     throw;
   }
   in.close();
@@ -125,10 +151,10 @@ void MakeMasterCR2(Program& program, int number) {
 namespace {
 
 // Writes raw lines with the colon fix up to and including the first that holds `word`.
-void copyThrough(text::LineReader& in, text::LineWriter& out, std::string_view word) {
+void copyThrough(text::LineReader& in, text::LineWriter& out, const std::string& word) {
   std::string line;
   do {
-    line = in.ReadRawLine();
+    line = readAwaiting(in, word);
     out.WriteLine(colonFix(line));
   } while (!contains(line, word));
 }
@@ -151,7 +177,7 @@ void writeDeclarations(text::LineReader& in, text::LineWriter& out) {
 void writeFigureHead(Program& program, text::LineReader& in, text::LineWriter& out) {
   std::string line;
   do {
-    line = in.ReadRawLine();
+    line = readAwaiting(in, "displayOn");
     if (text::Left(line, 5) == "\tname" && line != "\tname    Figure 1")
       ui::msgBox(program.services,
                  "To use a null loader, your figure must be \"Figure 1\", your figure is called \"" +
@@ -179,20 +205,25 @@ void CreateNullFigure(Program& program) {
     }
     text::LineReader in(source);
     std::string field;
-    do field = in.ReadField();
+    do
+      if (!in.readField(field)) throw EndsTooSoon{"figure"};
     while (field != "figure");
     scratch.WriteLine(field);
     writeFigureHead(program, in, scratch.out());
     std::string line;
-    do line = in.ReadRawLine();
+    do line = readAwaiting(in, "allowsBending");
     while (!contains(line, "allowsBending"));
     scratch.WriteLine(colonFix(line));
     copyThrough(in, scratch.out(), "aterial");
-    do line = in.ReadRawLine();
+    do line = readAwaiting(in, "displayMode");
     while (!contains(line, "displayMode"));
     while (!in.atEnd()) scratch.WriteLine(colonFix(in.ReadRawLine()));
     in.close();
     scratch.replace(text::nativePath(output));
+  } catch (const EndsTooSoon& e) {
+    scratch.discard();
+    showEndsTooSoon(program, path, e, "null figure");
+    return;
   } catch (...) {
     scratch.discard();
     throw;

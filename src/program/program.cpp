@@ -15,6 +15,9 @@ Program::Program(ui::Services& services_, ui::Settings& settings_, ProgramOption
   addForm(&formNotes);
   addForm(&formEditor);
   addForm(&formOBJ);
+  addForm(&formPZ2);
+  addForm(&formMOR);
+  addForm(&formPZ2Combine);
 }
 
 const EventTable& Program::events() const {

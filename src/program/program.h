@@ -11,6 +11,7 @@
 #include "program/events.h"
 #include "text/run_time_random.h"
 #include "ui/form_editor.h"
+#include "ui/form_library.h"
 #include "ui/form_obj.h"
 #include "ui/opening.h"
 #include "ui/services.h"
@@ -54,6 +55,9 @@ class Program {
   ui::FormNotes formNotes;
   ui::FormEditor formEditor;
   ui::FormOBJ formOBJ;
+  ui::FormPZ2 formPZ2;
+  ui::FormMOR formMOR;
+  ui::FormPZ2Combine formPZ2Combine;
   // The run-time's random numbers, one sequence for the whole program.
   text::RunTimeRandom random;
 
