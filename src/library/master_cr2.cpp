@@ -37,23 +37,23 @@ bool readUntil(text::LineReader& in, std::string& line, std::string_view word) {
   return false;
 }
 
-// The line a filter waits for when the source ends first: a cut or short figure.
+// What a filter still waited for when the source ended: a cut or short figure.
 struct EndsTooSoon {
-  std::string awaited;
+  std::string missing;  // "before its "figure" line", ...
 };
 
-// Raw lines from a source that must hold `awaited` further on: its end is not a read
-// past the end but a source that is cut short.
-std::string readAwaiting(text::LineReader& in, const std::string& awaited) {
+// Raw lines from a source that must hold more: its end is not a read past the end but
+// a source that is cut short.
+std::string readAwaiting(text::LineReader& in, const std::string& missing) {
   std::string line;
-  if (!in.readRawLine(line)) throw EndsTooSoon{awaited};
+  if (!in.readRawLine(line)) throw EndsTooSoon{missing};
   return line;
 }
+std::string before(const std::string& word) { return "before its \"" + word + "\" line"; }
 
 void showEndsTooSoon(Program& program, const std::string& source, const EndsTooSoon& e, const std::string& what) {
   ui::msgBox(program.services,
-             source + " ends before its \"" + e.awaited + "\" line: the figure is cut short or is no figure. No " +
-                 what + " was written.",
+             source + " ends " + e.missing + ": the figure is cut short or is no figure. No " + what + " was written.",
              "Error!", ui::Buttons::OK, ui::Icon::Critical);
 }
 
@@ -83,10 +83,11 @@ void copyMaster(text::LineReader& in, text::LineWriter& out, bool removeMorphs) 
     skipNext = false;
   }
   // The tail: a file that ends before it is cut short.
-  do line = readAwaiting(in, "displayMode USEPARENT");
+  do line = readAwaiting(in, before("displayMode USEPARENT"));
   while (!contains(line, "displayMode USEPARENT"));
   out.WriteLine(line);
-  for (int i = 0; i < 3; ++i) out.WriteLine(readAwaiting(in, "displayMode USEPARENT"));
+  for (int i = 0; i < 3; ++i)
+    out.WriteLine(readAwaiting(in, "within the three lines behind its \"displayMode USEPARENT\" line"));
 }
 
 }  // namespace
@@ -154,7 +155,7 @@ namespace {
 void copyThrough(text::LineReader& in, text::LineWriter& out, const std::string& word) {
   std::string line;
   do {
-    line = readAwaiting(in, word);
+    line = readAwaiting(in, before(word));
     out.WriteLine(colonFix(line));
   } while (!contains(line, word));
 }
@@ -177,7 +178,7 @@ void writeDeclarations(text::LineReader& in, text::LineWriter& out) {
 void writeFigureHead(Program& program, text::LineReader& in, text::LineWriter& out) {
   std::string line;
   do {
-    line = readAwaiting(in, "displayOn");
+    line = readAwaiting(in, before("displayOn"));
     if (text::Left(line, 5) == "\tname" && line != "\tname    Figure 1")
       ui::msgBox(program.services,
                  "To use a null loader, your figure must be \"Figure 1\", your figure is called \"" +
@@ -206,16 +207,16 @@ void CreateNullFigure(Program& program) {
     text::LineReader in(source);
     std::string field;
     do
-      if (!in.readField(field)) throw EndsTooSoon{"figure"};
+      if (!in.readField(field)) throw EndsTooSoon{before("figure")};
     while (field != "figure");
     scratch.WriteLine(field);
     writeFigureHead(program, in, scratch.out());
     std::string line;
-    do line = readAwaiting(in, "allowsBending");
+    do line = readAwaiting(in, before("allowsBending"));
     while (!contains(line, "allowsBending"));
     scratch.WriteLine(colonFix(line));
     copyThrough(in, scratch.out(), "aterial");
-    do line = readAwaiting(in, "displayMode");
+    do line = readAwaiting(in, before("displayMode"));
     while (!contains(line, "displayMode"));
     while (!in.atEnd()) scratch.WriteLine(colonFix(in.ReadRawLine()));
     in.close();

@@ -44,12 +44,14 @@ struct Tool {
 };
 
 const Tool kTools[] = {
-    {"MasterCR2", [](Library& l) { l.open(l.figure); },
+    // The sample figure ends two lines behind its last "displayMode USEPARENT" line, too
+    // soon for a master; the scene's first figure has the lines.
+    {"MasterCR2", [](Library& l) { l.open(l.scene); },
      [](Library& l) {
        l.t.services.answer(Answer::OK);
        l.menu("MenuAnyMasterStandard");
      }},
-    {"MasterCR2NoFBM", [](Library& l) { l.open(l.figure); },
+    {"MasterCR2NoFBM", [](Library& l) { l.open(l.scene); },
      [](Library& l) {
        l.t.services.answer(Answer::OK);
        l.menu("MenuAnyMasterNoFBM");
@@ -71,6 +73,10 @@ const Tool kTools[] = {
      }},
     {"PoseFile",
      [](Library& l) {
+       // Pose.txt is appended to, not deleted first: a copy that a failed removal left
+       // in the Work folder stands in front of the next pose, as the tool defines. The
+       // walk's runs each start without one.
+       std::filesystem::remove(l.t.work() / "Pose.txt");
        l.open(l.figure);
        l.menu("MenuPoseFile");
        for (const char* actor : {"hip", "head"}) l.t->formPZ2.ListActorsWanted.addItem(actor);
