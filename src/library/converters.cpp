@@ -184,8 +184,10 @@ void MakeMTL(Program& program) {
   text::StreamRewrite out(program.workFile("\\mtl.txt"), true);
   try {
     text::LineReader in(text::nativePath(path));
-    while (in.ReadField() != "figure") {
-    }
+    std::string head;
+    do
+      if (!in.readField(head)) text::raiseError(text::kInputPastEndOfFile, path);
+    while (head != "figure");
     while (!in.atEnd()) {
       std::string field = in.ReadField();
       if (field.empty() && !in.atEnd()) field = in.ReadField();

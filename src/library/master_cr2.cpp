@@ -1,6 +1,7 @@
 #include "library/master_cr2.h"
 
 #include "program/program.h"
+#include "text/figure_scan.h"
 #include "text/figure_text.h"
 #include "text/line_reader.h"
 #include "text/line_writer.h"
@@ -30,10 +31,8 @@ const StockFigure kStock[] = {
 
 // Reads raw lines until one holds `word`; false at the end of the file.
 bool readUntil(text::LineReader& in, std::string& line, std::string_view word) {
-  while (!in.atEnd()) {
-    line = in.ReadRawLine();
+  while (in.readRawLine(line))
     if (contains(line, word)) return true;
-  }
   return false;
 }
 
@@ -63,8 +62,7 @@ void copyMaster(text::LineReader& in, text::LineWriter& out, bool removeMorphs) 
   bool skipNext = false;
   std::string line;
   for (;;) {
-    if (in.atEnd()) return;
-    line = in.ReadRawLine();
+    if (!in.readRawLine(line)) return;
     if (contains(line, "material")) break;
     if (removeMorphs && contains(line, "valueParm")) {
       if (!readUntil(in, line, "interpStyleLocked") || !in.readRawLine(line)) return;
@@ -72,10 +70,7 @@ void copyMaster(text::LineReader& in, text::LineWriter& out, bool removeMorphs) 
     }
     if (removeMorphs && contains(line, "targetGeom")) {
       bool found = false;
-      while (!found && !in.atEnd()) {
-        line = in.ReadRawLine();
-        found = contains(line, "twist") || contains(line, "material");
-      }
+      while (!found && in.readRawLine(line)) found = contains(line, "twist") || contains(line, "material");
       if (!found) return;
       if (contains(line, "material")) break;
     }
@@ -91,11 +86,6 @@ void copyMaster(text::LineReader& in, text::LineWriter& out, bool removeMorphs) 
 }
 
 }  // namespace
-
-std::string colonFix(const std::string& line) {
-  std::size_t colon = line.find(':');
-  return colon == std::string::npos ? line : line.substr(0, colon + 1) + "1";
-}
 
 void MakeMasterCR2(Program& program, int number) {
   ui::Opening& f = program.opening;
@@ -151,12 +141,45 @@ void MakeMasterCR2(Program& program, int number) {
 
 namespace {
 
+// The second pass of the null figure reads through the figure scanner, which passes
+// over the lines without the keyword it waits for in bulk.
+bool nextLine(text::FigureScanner& in, std::string& line) {
+  std::string_view view;
+  if (!in.rawLine(view)) return false;
+  line.assign(view);
+  return true;
+}
+
+void readAwaiting(text::FigureScanner& in, std::string& line, const std::string& word) {
+  if (!nextLine(in, line)) throw EndsTooSoon{before(word)};
+}
+
+// A line with the colon fix, written without a copy of the line.
+void writeColonFixed(text::LineWriter& out, std::string_view line) {
+  std::size_t colon = line.find(':');
+  if (colon == std::string_view::npos) {
+    out.WriteLine(line);
+    return;
+  }
+  out.write(line.substr(0, colon + 1));
+  out.WriteLine("1");
+}
+
 // Writes raw lines with the colon fix up to and including the first that holds `word`.
-void copyThrough(text::LineReader& in, text::LineWriter& out, const std::string& word) {
+void copyThrough(text::FigureScanner& in, text::LineWriter& out, const std::string& word) {
   std::string line;
   do {
-    line = readAwaiting(in, before(word));
-    out.WriteLine(colonFix(line));
+    readAwaiting(in, line, word);
+    writeColonFixed(out, line);
+  } while (!contains(line, word));
+}
+
+// Passes over raw lines up to and including the first that holds `word`.
+void skipThrough(text::FigureScanner& in, std::string& line, const std::string& word) {
+  text::Needles needles{word};
+  do {
+    in.skipLines(needles, false, false);
+    readAwaiting(in, line, word);
   } while (!contains(line, word));
 }
 
@@ -165,27 +188,47 @@ void copyThrough(text::LineReader& in, text::LineWriter& out, const std::string&
 void writeDeclarations(text::LineReader& in, text::LineWriter& out) {
   int figureRes = 0;
   std::string line;
-  while (!in.atEnd()) {
-    line = in.ReadRawLine();
+  while (in.readRawLine(line)) {
     if (contains(line, "figureResFile") && ++figureRes == 2) return;
     if (contains(line, "storageOffset") || contains(line, "geomHandlerGeom") || contains(line, "figureResFile"))
       continue;
-    out.WriteLine(colonFix(line));
+    writeColonFixed(out, line);
   }
 }
 
 // The figure section's head, warning when the figure is not "Figure 1".
-void writeFigureHead(Program& program, text::LineReader& in, text::LineWriter& out) {
+void writeFigureHead(Program& program, text::FigureScanner& in, text::LineWriter& out) {
   std::string line;
   do {
-    line = readAwaiting(in, before("displayOn"));
+    readAwaiting(in, line, "displayOn");
     if (text::Left(line, 5) == "\tname" && line != "\tname    Figure 1")
       ui::msgBox(program.services,
                  "To use a null loader, your figure must be \"Figure 1\", your figure is called \"" +
                      text::Mid(line, 10) + "\",be sure to do a find/replace in the Editor to fix this.",
                  "Note!", ui::Buttons::OK, ui::Icon::Exclamation);
-    out.WriteLine(colonFix(line));
+    writeColonFixed(out, line);
   } while (!contains(line, "displayOn"));
+}
+
+// From the figure section on: its head, the hierarchy behind allowsBending up to the
+// first material line, then everything behind the next displayMode line.
+void writeFigureSection(Program& program, text::FigureScanner& in, text::LineWriter& out) {
+  text::Needles figure{"figure"};
+  std::string_view field;
+  for (;;) {
+    in.skipLines(figure, true, false);
+    if (!in.field(field)) throw EndsTooSoon{before("figure")};
+    if (field == "figure") break;
+  }
+  out.WriteLine("figure");
+  writeFigureHead(program, in, out);
+  std::string line;
+  skipThrough(in, line, "allowsBending");
+  writeColonFixed(out, line);
+  copyThrough(in, out, "aterial");
+  skipThrough(in, line, "displayMode");
+  std::string_view rest;
+  while (in.rawLine(rest)) writeColonFixed(out, rest);
 }
 
 }  // namespace
@@ -204,21 +247,8 @@ void CreateNullFigure(Program& program) {
       text::LineReader in(source);
       writeDeclarations(in, scratch.out());
     }
-    text::LineReader in(source);
-    std::string field;
-    do
-      if (!in.readField(field)) throw EndsTooSoon{before("figure")};
-    while (field != "figure");
-    scratch.WriteLine(field);
-    writeFigureHead(program, in, scratch.out());
-    std::string line;
-    do line = readAwaiting(in, before("allowsBending"));
-    while (!contains(line, "allowsBending"));
-    scratch.WriteLine(colonFix(line));
-    copyThrough(in, scratch.out(), "aterial");
-    do line = readAwaiting(in, before("displayMode"));
-    while (!contains(line, "displayMode"));
-    while (!in.atEnd()) scratch.WriteLine(colonFix(in.ReadRawLine()));
+    text::FigureScanner in(source);
+    writeFigureSection(program, in, scratch.out());
     in.close();
     scratch.replace(text::nativePath(output));
   } catch (const EndsTooSoon& e) {

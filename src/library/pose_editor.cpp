@@ -124,14 +124,16 @@ void savePose(Program& program) {
 // line that holds "preset" or "displayMode", changed as the check boxes say.
 void writeMaterials(ui::FormPZ2& f, text::LineReader& in, text::LineWriter& out) {
   std::string line;
-  while (in.ReadField() != "figure") {
-  }
-  do line = in.ReadRawLine();
-  while (text::Left(line, 9) != "\tmaterial");
+  do
+    if (!in.readField(line)) text::raiseError(text::kInputPastEndOfFile, in.path().string());
+  while (line != "figure");
+  do
+    if (!in.readRawLine(line)) text::raiseError(text::kInputPastEndOfFile, in.path().string());
+  while (line.compare(0, 9, "\tmaterial") != 0);
   bool keep = f.CheckAllMat.value();
   int colour = 0;
   const std::vector<std::string>& wanted = f.ListMaterialsMATWanted.items();
-  for (; !contains(line, "preset") && !contains(line, "displayMode"); line = in.ReadRawLine()) {
+  for (; !contains(line, "preset") && !contains(line, "displayMode");) {
     if (!f.CheckAllMat.value() && contains(line, "material")) {
       // A wanted name also takes every material whose name ends in it.
       keep = std::any_of(wanted.begin(), wanted.end(), [&line](const std::string& w) {
@@ -152,6 +154,7 @@ void writeMaterials(ui::FormPZ2& f, text::LineReader& in, text::LineWriter& out)
       line = "\t\tKdColor " + entryOrBlank(f.ListMATColors, colour++);
     }
     if (keep) out.WriteLine(line);
+    if (!in.readRawLine(line)) text::raiseError(text::kInputPastEndOfFile, in.path().string());
   }
 }
 

@@ -135,7 +135,6 @@ TEST_F(LibraryTest, NullFigureKeepsTheHierarchyAsFigureOne) {
                   "\t}", "figure", "\t{", "\tname    Figure 2", "\troot\tBODY:1", "\tdisplayOn 1",
                   "\tallowsBending 1", "\tfigureType 1", "\torigFigureResFile :1", "\tmaterial skin", "\ta", "\tb",
                   "\tc", "\td", "\t}", "}"}));
-  EXPECT_EQ(library::colonFix("a:b:c"), "a:1");
 
   t->opening.LabelFileNameForEditor.setCaption((t.files() / "pose.pz2").string());
   t.services.expect("Error!", "CR2 files only!");
