@@ -234,9 +234,9 @@ void MainWindowTest::libraryWindowsBindEveryControl() {
   ui::FormPZ2& pose = f.program->formPZ2;
   pose.setVisible(true);
   QWidget* window = f.window->formWindow("FormPZ2");
-  QVERIFY(!window->findChild<QWidget*>("CheckIncludeMaps")->isVisible());
+  QTRY_VERIFY(!window->findChild<QWidget*>("CheckIncludeMaps")->isVisible());
   pose.CheckIncludeMaps.setVisible(true);
-  QVERIFY(window->findChild<QWidget*>("CheckIncludeMaps")->isVisible());
+  QTRY_VERIFY(window->findChild<QWidget*>("CheckIncludeMaps")->isVisible());
 }
 
 void MainWindowTest::sampleFigureFillsThePanes() {
