@@ -43,5 +43,8 @@ struct LargeFigureOptions {
 
 // Writes one large figure CR2 (and no OBJ). Returns the number of bytes written.
 std::uint64_t writeLargeFigure(const std::filesystem::path& cr2, const LargeFigureOptions& options);
+// Writes one large scene: the universe, the movie, one large figure as above, the ground,
+// two lights, the camera and the document settings.
+std::uint64_t writeLargeScene(const std::filesystem::path& pz3, const LargeFigureOptions& options);
 
 }  // namespace tolvane::gen

@@ -154,7 +154,12 @@ void writeFacePose(const std::filesystem::path& path) {
   out.close();
 }
 
-void writeScene(const std::filesystem::path& path, const Figure& figure, const Pose& secondPose) {
+namespace {
+
+// A scene: the universe, the movie, the figure runs, the stage (ground, two lights, the
+// camera) and the document settings.
+std::uint64_t writeSceneFile(const std::filesystem::path& path, const Figure& figure, const Pose* secondPose,
+                             DeltaBudget* budget) {
   Sink out(path);
   writeHead(out);
   out.line(0, "actor UNIVERSE");
@@ -167,8 +172,8 @@ void writeScene(const std::filesystem::path& path, const Figure& figure, const P
        {"output 0", "frameRate 30", "outputStartFrame 0", "outputEndFrame 29", "loopMovie 0"})
     out.line(1, field);
   out.line(1, "}");
-  writeFigureRun(out, figure, RunOptions{1, nullptr, nullptr});
-  writeFigureRun(out, figure, RunOptions{2, &secondPose, nullptr});
+  writeFigureRun(out, figure, RunOptions{1, nullptr, budget});
+  if (secondPose != nullptr) writeFigureRun(out, figure, RunOptions{2, secondPose, nullptr});
   writeGround(out);
   writeLight(out, 1, "1 1 1", "-40");
   writeLight(out, 2, "0.6 0.7 1", "120");
@@ -181,6 +186,17 @@ void writeScene(const std::filesystem::path& path, const Figure& figure, const P
   out.line(0, "setGeomHandlerOffset 0 0.3487 0");
   out.line(0, "}");
   out.close();
+  return out.bytes();
+}
+
+}  // namespace
+
+void writeScene(const std::filesystem::path& path, const Figure& figure, const Pose& secondPose) {
+  writeSceneFile(path, figure, &secondPose, nullptr);
+}
+
+std::uint64_t writeLargeSceneFile(const std::filesystem::path& path, const Figure& figure, DeltaBudget& budget) {
+  return writeSceneFile(path, figure, nullptr, &budget);
 }
 
 void writeHair(const std::filesystem::path& path) {

@@ -1,5 +1,5 @@
 // tolvane-generate: writes the demo set ("samples DIR") or one large figure
-// ("large FILE [MB]") for the tests and the benchmarks.
+// ("large FILE [MB]") or scene ("scene FILE [MB]") for the tests and the benchmarks.
 #include <cstdlib>
 #include <exception>
 #include <iostream>
@@ -11,7 +11,8 @@ namespace {
 
 int usage() {
   std::cerr << "usage: tolvane-generate samples DIR\n"
-               "       tolvane-generate large FILE [MB]\n";
+               "       tolvane-generate large FILE [MB]\n"
+               "       tolvane-generate scene FILE [MB]\n";
   return 2;
 }
 
@@ -25,10 +26,11 @@ int main(int argc, char** argv) {
       tolvane::gen::writeSampleSet(argv[2]);
       return 0;
     }
-    if (command == "large" && argc <= 4) {
+    if ((command == "large" || command == "scene") && argc <= 4) {
       tolvane::gen::LargeFigureOptions options;
       if (argc == 4) options.targetBytes = std::stoull(argv[3]) << 20;
-      std::uint64_t bytes = tolvane::gen::writeLargeFigure(argv[2], options);
+      std::uint64_t bytes = command == "large" ? tolvane::gen::writeLargeFigure(argv[2], options)
+                                               : tolvane::gen::writeLargeScene(argv[2], options);
       std::cout << argv[2] << ": " << bytes << " bytes\n";
       return 0;
     }

@@ -82,4 +82,13 @@ std::uint64_t writeLargeFigure(const fs::path& cr2, const LargeFigureOptions& op
   return out.bytes();
 }
 
+std::uint64_t writeLargeScene(const fs::path& pz3, const LargeFigureOptions& options) {
+  const Figure figure = largeFigure(options.actors, options.morphs, options.props, options.materials);
+  if (pz3.has_parent_path()) fs::create_directories(pz3.parent_path());
+  DeltaBudget budget;
+  budget.targetBytes = options.targetBytes;
+  budget.morphsLeft = static_cast<int>(figure.morphs.size());
+  return writeLargeSceneFile(pz3, figure, budget);
+}
+
 }  // namespace tolvane::gen

@@ -10,6 +10,7 @@
 #include "gui/qt_settings.h"
 #include "gui/editor_window.h"
 #include "gui/erc_windows.h"
+#include "gui/library_windows.h"
 #include "gui/obj_window.h"
 #include "gui/qt_text.h"
 #include "program/program.h"
@@ -64,6 +65,7 @@ void registerBuiltInFormWindows() {
   if (formWindowFactory("FormEditor") == nullptr) registerEditorWindow();
   if (formWindowFactory("FormOBJ") == nullptr) registerObjWindow();
   if (formWindowFactory("FormECM") == nullptr) registerErcWindows();
+  registerLibraryWindows();
 }
 
 FormWindow::FormWindow(FormBinding& binding, QWidget* mainWindow)

@@ -102,6 +102,9 @@ void MainWindow::buildMenus() {
   QMenu* library = menuBar()->addMenu(QString());
   m_pending.emplace_back(&o.MenuLibrary, library);
   m_menus["MenuLibrary"] = library;
+  for (ui::MenuItem* item : {&o.MenuPoseFile, &o.menuMatFile, &o.MenuMor, &o.menuCombinePZ2})
+    m_pending.emplace_back(item, menuAction(library));
+  library->addSeparator();
   QMenu* master = library->addMenu(QString());
   m_pending.emplace_back(&o.MenuMasterCR2, master);
   for (ui::MenuItem* item : {&o.MenuP3Male, &o.MenuP3Female, &o.MenuP4Male, &o.MenuP4Female, &o.MenuVic})
@@ -111,7 +114,7 @@ void MainWindow::buildMenus() {
   m_pending.emplace_back(&o.MenuAnyMasterNoFBM, menuAction(master));
   m_pending.emplace_back(&o.menuNullFig, menuAction(library));
   library->addSeparator();
-  for (ui::MenuItem* item : {&o.menuGeomSwitch, &o.MenuMakeMTL, &o.MenuPZ3AVI, &o.MenuP3P4Cam})
+  for (ui::MenuItem* item : {&o.menuGeomSwitch, &o.MenuPZ3Cr2Conv, &o.MenuMakeMTL, &o.MenuPZ3AVI, &o.MenuP3P4Cam})
     m_pending.emplace_back(item, menuAction(library));
 
   QMenu* help = menuBar()->addMenu(QString());

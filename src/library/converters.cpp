@@ -1,7 +1,5 @@
 #include "library/converters.h"
 
-#include <vector>
-
 #include "program/program.h"
 #include "text/figure_text.h"
 #include "text/line_reader.h"
@@ -53,6 +51,129 @@ std::string mtlLine(const std::string& field) {
   return {};
 }
 
+namespace {
+
+enum class SceneStep { Head, Scene, Drop, Tail, Done, Refused };
+
+// The scene's text from its declarations on, without its lights, cameras, ground and
+// universe actor, read once and written straight to the scratch file. A scene that
+// shows "blMil" or "blV" ahead of its first actor holds a protected stock figure.
+class SceneToFigure {
+ public:
+  SceneToFigure(text::LineReader& in, text::LineWriter& out) : m_in(in), m_out(out) {}
+
+  // False when the scene was refused.
+  bool run() {
+    SceneStep step = SceneStep::Head;
+    while (step != SceneStep::Done && step != SceneStep::Refused) {
+      if (step == SceneStep::Head)
+        step = head();
+      else if (step == SceneStep::Scene)
+        step = scene();
+      else if (step == SceneStep::Drop)
+        step = drop();
+      else
+        step = tail();
+    }
+    return step == SceneStep::Done;
+  }
+
+ private:
+  // Up to the first actor line: the declarations, without the movie (to the next
+  // figureRes line) and the universe actor with its next three lines. The end of the
+  // file here is a run-time error: no scene ends before its first actor.
+  SceneStep head() {
+    for (;;) {
+      m_line = m_in.ReadRawLine();
+      if (m_line.empty()) m_line = m_in.ReadRawLine();
+      if (contains(m_line, "movie"))
+        do m_line = m_in.ReadRawLine();
+        while (!contains(m_line, "figureRes"));
+      if (contains(m_line, "blMil") || contains(m_line, "blV")) return SceneStep::Refused;
+      if (contains(m_line, "doc")) return SceneStep::Tail;
+      if (contains(m_line, "actor UNIVERSE")) {
+        for (int i = 0; i < 3; ++i) m_in.ReadRawLine();
+        continue;
+      }
+      if (contains(m_line, "figureRes") || contains(m_line, "prop ") || contains(m_line, "actor"))
+        return SceneStep::Scene;
+      m_out.WriteLine(m_line);
+    }
+  }
+
+  // Keeps the current line and what follows up to the ground, a light or the next
+  // figureRes line; a camera goes with everything up to the next figureRes line.
+  SceneStep scene() {
+    m_out.WriteLine(m_line);
+    for (;;) {
+      if (!m_in.readRawLine(m_line)) return SceneStep::Done;
+      if (contains(m_line, "CAMERA"))
+        do
+          if (!m_in.readRawLine(m_line)) return SceneStep::Done;
+        while (!contains(m_line, "figureRes"));
+      if (contains(m_line, "doc")) return SceneStep::Tail;
+      if (contains(m_line, "actor UNIVERSE")) {
+        for (int i = 0; i < 3 && m_in.readRawLine(m_line);) ++i;
+        return SceneStep::Head;
+      }
+      if (contains(m_line, "prop GROUND") || contains(m_line, "LIGHT") || contains(m_line, "figureRes"))
+        return SceneStep::Drop;
+      m_out.WriteLine(m_line);
+    }
+  }
+
+  // Drops lines up to the next figure, prop, geometry or actor line, which is kept.
+  SceneStep drop() {
+    for (;;) {
+      if (!m_in.readRawLine(m_line)) return SceneStep::Done;
+      if (contains(m_line, "doc")) return SceneStep::Tail;
+      if (contains(m_line, "figureRes") || contains(m_line, "prop ") || contains(m_line, "setGeom") ||
+          (contains(m_line, "actor") && !contains(m_line, "UNIVERSE")))
+        return SceneStep::Scene;
+    }
+  }
+
+  // The setGeom line and the one behind it.
+  SceneStep tail() {
+    while (m_in.readRawLine(m_line))
+      if (contains(m_line, "setGeom")) {
+        m_out.WriteLine(m_line);
+        if (m_in.readRawLine(m_line)) m_out.WriteLine(m_line);
+        break;
+      }
+    return SceneStep::Done;
+  }
+
+  text::LineReader& m_in;
+  text::LineWriter& m_out;
+  std::string m_line;
+};
+
+}  // namespace
+
+void ConvertSceneToFigure(Program& program) {
+  auto chosen = ui::saveDialog(program.services, program.currentDir, {}, "Name To Save As...");
+  if (!chosen || chosen->empty()) return;
+  program.setCurrentDirFromFile(*chosen);
+  std::string path = program.opening.LabelFileNameForEditor.caption();
+  text::StreamRewrite out(program.workFile("\\PZ3.txt"), true);
+  bool converted = false;
+  try {
+    text::LineReader in(text::nativePath(path));
+    converted = SceneToFigure(in, out.out()).run();
+    in.close();
+    if (converted)
+      out.replace(text::nativePath(*chosen));
+    else
+      out.discard();
+  } catch (...) {
+    out.discard();
+    throw;
+  }
+  if (!converted)
+    ui::msgBox(program.services, "You can't convert Vicki or Mike!", "Sorry!", ui::Buttons::OK, ui::Icon::Critical);
+}
+
 void MakeMTL(Program& program) {
   std::string path = program.opening.LabelFileNameForEditor.caption();
   if (text::FileKind(path) != "pz3") {
@@ -63,8 +184,10 @@ void MakeMTL(Program& program) {
   text::StreamRewrite out(program.workFile("\\mtl.txt"), true);
   try {
     text::LineReader in(text::nativePath(path));
-    while (in.ReadField() != "figure") {
-    }
+    std::string head;
+    do
+      if (!in.readField(head)) text::raiseError(text::kInputPastEndOfFile, path);
+    while (head != "figure");
     while (!in.atEnd()) {
       std::string field = in.ReadField();
       if (field.empty() && !in.atEnd()) field = in.ReadField();
@@ -122,25 +245,23 @@ void RestoreCamera(Program& program) {
   program.setCurrentDirFromFile(*chosen);
   std::filesystem::path scene = text::nativePath(*chosen);
   std::filesystem::path camera = text::nativePath(stem(*chosen, true) + "cam");
-  std::vector<std::string> lines;
-  {
+  // The scene streams through the scratch file, which is opened for appending as every
+  // scratch file is; the camera block goes in where the main camera stood.
+  text::StreamRewrite out(program.workFile("\\cam.txt"), false);
+  try {
     text::LineReader in(scene);
     std::string line;
     while (in.readRawLine(line)) {
       if (line != "camera MAIN_CAMERA") {
-        lines.push_back(line);
+        out.WriteLine(line);
         continue;
       }
       while (!contains(line, "figureResFile")) line = in.ReadRawLine();
       text::LineReader saved(camera);
-      for (std::string c; saved.readRawLine(c);) lines.push_back(c);
-      lines.push_back(line);
+      for (std::string c; saved.readRawLine(c);) out.WriteLine(c);
+      out.WriteLine(line);
     }
-  }
-  // The scratch name is opened for appending, as every scratch file is.
-  text::StreamRewrite out(program.workFile("\\cam.txt"), false);
-  try {
-    for (const std::string& l : lines) out.WriteLine(l);
+    in.close();
     out.replace(scene);
   } catch (...) {
     out.discard();

@@ -1,4 +1,4 @@
-// One-way conversions from the main menu: a scene's materials to a Wavefront MTL file,
+// One-way conversions from the main menu: a scene to a figure file, a scene's materials to a Wavefront MTL file,
 // a scene's background movie to a prop file, and a saved camera block put back into a
 // scene. Each writes through its scratch file in the work folder.
 #pragma once
@@ -11,6 +11,9 @@ class Program;
 
 namespace tolvane::library {
 
+// MenuPZ3Cr2Conv: the open scene as a figure file under a chosen name, through PZ3.txt;
+// a scene with a protected stock figure is refused and nothing is written.
+void ConvertSceneToFigure(Program& program);
 void MakeMTL(Program& program);          // MenuMakeMTL, through mtl.txt
 void MakeAVIBackground(Program& program);  // MenuPZ3AVI, through Avi.txt
 void RestoreCamera(Program& program);    // MenuP3P4Cam, through cam.txt

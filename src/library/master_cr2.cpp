@@ -1,6 +1,7 @@
 #include "library/master_cr2.h"
 
 #include "program/program.h"
+#include "text/figure_scan.h"
 #include "text/figure_text.h"
 #include "text/line_reader.h"
 #include "text/line_writer.h"
@@ -30,11 +31,29 @@ const StockFigure kStock[] = {
 
 // Reads raw lines until one holds `word`; false at the end of the file.
 bool readUntil(text::LineReader& in, std::string& line, std::string_view word) {
-  while (!in.atEnd()) {
-    line = in.ReadRawLine();
+  while (in.readRawLine(line))
     if (contains(line, word)) return true;
-  }
   return false;
+}
+
+// What a filter still waited for when the source ended: a cut or short figure.
+struct EndsTooSoon {
+  std::string missing;  // "before its "figure" line", ...
+};
+
+// Raw lines from a source that must hold more: its end is not a read past the end but
+// a source that is cut short.
+std::string readAwaiting(text::LineReader& in, const std::string& missing) {
+  std::string line;
+  if (!in.readRawLine(line)) throw EndsTooSoon{missing};
+  return line;
+}
+std::string before(const std::string& word) { return "before its \"" + word + "\" line"; }
+
+void showEndsTooSoon(Program& program, const std::string& source, const EndsTooSoon& e, const std::string& what) {
+  ui::msgBox(program.services,
+             source + " ends " + e.missing + ": the figure is cut short or is no figure. No " + what + " was written.",
+             "Error!", ui::Buttons::OK, ui::Icon::Critical);
 }
 
 // The body of the master: the figure's lines up to its first material, then from the
@@ -43,39 +62,30 @@ void copyMaster(text::LineReader& in, text::LineWriter& out, bool removeMorphs) 
   bool skipNext = false;
   std::string line;
   for (;;) {
-    if (in.atEnd()) return;
-    line = in.ReadRawLine();
+    if (!in.readRawLine(line)) return;
     if (contains(line, "material")) break;
     if (removeMorphs && contains(line, "valueParm")) {
-      if (!readUntil(in, line, "interpStyleLocked")) return;
-      line = in.ReadRawLine();
+      if (!readUntil(in, line, "interpStyleLocked") || !in.readRawLine(line)) return;
       skipNext = true;
     }
     if (removeMorphs && contains(line, "targetGeom")) {
       bool found = false;
-      while (!found && !in.atEnd()) {
-        line = in.ReadRawLine();
-        found = contains(line, "twist") || contains(line, "material");
-      }
+      while (!found && in.readRawLine(line)) found = contains(line, "twist") || contains(line, "material");
       if (!found) return;
       if (contains(line, "material")) break;
     }
     if (!skipNext) out.WriteLine(line);
     skipNext = false;
   }
-  // The tail: a file without the line runs off its end (run-time error 62).
-  do line = in.ReadRawLine();
+  // The tail: a file that ends before it is cut short.
+  do line = readAwaiting(in, before("displayMode USEPARENT"));
   while (!contains(line, "displayMode USEPARENT"));
   out.WriteLine(line);
-  for (int i = 0; i < 3; ++i) out.WriteLine(in.ReadRawLine());
+  for (int i = 0; i < 3; ++i)
+    out.WriteLine(readAwaiting(in, "within the three lines behind its \"displayMode USEPARENT\" line"));
 }
 
 }  // namespace
-
-std::string colonFix(const std::string& line) {
-  std::size_t colon = line.find(':');
-  return colon == std::string::npos ? line : line.substr(0, colon + 1) + "1";
-}
 
 void MakeMasterCR2(Program& program, int number) {
   ui::Opening& f = program.opening;
@@ -113,8 +123,15 @@ void MakeMasterCR2(Program& program, int number) {
     scratch.WriteLine("}");
     scratch.close();
     text::moveScratchInto(scratch.scratch(), target, false);
+  } catch (const EndsTooSoon& e) {
+    scratch.discard();
+    in.close();
+    program.setBusy(false);
+    showEndsTooSoon(program, source, e, "Master CR2 file");
+    return;
   } catch (...) {
     scratch.discard();
+    program.setBusy(false);
     throw;
   }
   in.close();
@@ -124,12 +141,45 @@ void MakeMasterCR2(Program& program, int number) {
 
 namespace {
 
+// The second pass of the null figure reads through the figure scanner, which passes
+// over the lines without the keyword it waits for in bulk.
+bool nextLine(text::FigureScanner& in, std::string& line) {
+  std::string_view view;
+  if (!in.rawLine(view)) return false;
+  line.assign(view);
+  return true;
+}
+
+void readAwaiting(text::FigureScanner& in, std::string& line, const std::string& word) {
+  if (!nextLine(in, line)) throw EndsTooSoon{before(word)};
+}
+
+// A line with the colon fix, written without a copy of the line.
+void writeColonFixed(text::LineWriter& out, std::string_view line) {
+  std::size_t colon = line.find(':');
+  if (colon == std::string_view::npos) {
+    out.WriteLine(line);
+    return;
+  }
+  out.write(line.substr(0, colon + 1));
+  out.WriteLine("1");
+}
+
 // Writes raw lines with the colon fix up to and including the first that holds `word`.
-void copyThrough(text::LineReader& in, text::LineWriter& out, std::string_view word) {
+void copyThrough(text::FigureScanner& in, text::LineWriter& out, const std::string& word) {
   std::string line;
   do {
-    line = in.ReadRawLine();
-    out.WriteLine(colonFix(line));
+    readAwaiting(in, line, word);
+    writeColonFixed(out, line);
+  } while (!contains(line, word));
+}
+
+// Passes over raw lines up to and including the first that holds `word`.
+void skipThrough(text::FigureScanner& in, std::string& line, const std::string& word) {
+  text::Needles needles{word};
+  do {
+    in.skipLines(needles, false, false);
+    readAwaiting(in, line, word);
   } while (!contains(line, word));
 }
 
@@ -138,27 +188,47 @@ void copyThrough(text::LineReader& in, text::LineWriter& out, std::string_view w
 void writeDeclarations(text::LineReader& in, text::LineWriter& out) {
   int figureRes = 0;
   std::string line;
-  while (!in.atEnd()) {
-    line = in.ReadRawLine();
+  while (in.readRawLine(line)) {
     if (contains(line, "figureResFile") && ++figureRes == 2) return;
     if (contains(line, "storageOffset") || contains(line, "geomHandlerGeom") || contains(line, "figureResFile"))
       continue;
-    out.WriteLine(colonFix(line));
+    writeColonFixed(out, line);
   }
 }
 
 // The figure section's head, warning when the figure is not "Figure 1".
-void writeFigureHead(Program& program, text::LineReader& in, text::LineWriter& out) {
+void writeFigureHead(Program& program, text::FigureScanner& in, text::LineWriter& out) {
   std::string line;
   do {
-    line = in.ReadRawLine();
+    readAwaiting(in, line, "displayOn");
     if (text::Left(line, 5) == "\tname" && line != "\tname    Figure 1")
       ui::msgBox(program.services,
                  "To use a null loader, your figure must be \"Figure 1\", your figure is called \"" +
                      text::Mid(line, 10) + "\",be sure to do a find/replace in the Editor to fix this.",
                  "Note!", ui::Buttons::OK, ui::Icon::Exclamation);
-    out.WriteLine(colonFix(line));
+    writeColonFixed(out, line);
   } while (!contains(line, "displayOn"));
+}
+
+// From the figure section on: its head, the hierarchy behind allowsBending up to the
+// first material line, then everything behind the next displayMode line.
+void writeFigureSection(Program& program, text::FigureScanner& in, text::LineWriter& out) {
+  text::Needles figure{"figure"};
+  std::string_view field;
+  for (;;) {
+    in.skipLines(figure, true, false);
+    if (!in.field(field)) throw EndsTooSoon{before("figure")};
+    if (field == "figure") break;
+  }
+  out.WriteLine("figure");
+  writeFigureHead(program, in, out);
+  std::string line;
+  skipThrough(in, line, "allowsBending");
+  writeColonFixed(out, line);
+  copyThrough(in, out, "aterial");
+  skipThrough(in, line, "displayMode");
+  std::string_view rest;
+  while (in.rawLine(rest)) writeColonFixed(out, rest);
 }
 
 }  // namespace
@@ -177,22 +247,14 @@ void CreateNullFigure(Program& program) {
       text::LineReader in(source);
       writeDeclarations(in, scratch.out());
     }
-    text::LineReader in(source);
-    std::string field;
-    do field = in.ReadField();
-    while (field != "figure");
-    scratch.WriteLine(field);
-    writeFigureHead(program, in, scratch.out());
-    std::string line;
-    do line = in.ReadRawLine();
-    while (!contains(line, "allowsBending"));
-    scratch.WriteLine(colonFix(line));
-    copyThrough(in, scratch.out(), "aterial");
-    do line = in.ReadRawLine();
-    while (!contains(line, "displayMode"));
-    while (!in.atEnd()) scratch.WriteLine(colonFix(in.ReadRawLine()));
+    text::FigureScanner in(source);
+    writeFigureSection(program, in, scratch.out());
     in.close();
     scratch.replace(text::nativePath(output));
+  } catch (const EndsTooSoon& e) {
+    scratch.discard();
+    showEndsTooSoon(program, path, e, "null figure");
+    return;
   } catch (...) {
     scratch.discard();
     throw;

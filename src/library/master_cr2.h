@@ -19,7 +19,4 @@ void MakeMasterCR2(Program& program, int number);
 // menuNullFig: the null figure of the open file, written as PLoc + "NullFig.cr2".
 void CreateNullFigure(Program& program);
 
-// Everything behind a line's first colon becomes "1".
-std::string colonFix(const std::string& line);
-
 }  // namespace tolvane::library

@@ -18,6 +18,9 @@ Program::Program(ui::Services& services_, ui::Settings& settings_, ProgramOption
   addForm(&formListEMCs);
   addForm(&dialogERC);
   addForm(&formECM);
+  addForm(&formPZ2);
+  addForm(&formMOR);
+  addForm(&formPZ2Combine);
 }
 
 const EventTable& Program::events() const {

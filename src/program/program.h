@@ -12,6 +12,7 @@
 #include "text/run_time_random.h"
 #include "ui/form_editor.h"
 #include "ui/form_erc.h"
+#include "ui/form_library.h"
 #include "ui/form_obj.h"
 #include "ui/opening.h"
 #include "ui/services.h"
@@ -58,6 +59,9 @@ class Program {
   ui::FormListEMCs formListEMCs;
   ui::DialogERC dialogERC;
   ui::FormECM formECM;
+  ui::FormPZ2 formPZ2;
+  ui::FormMOR formMOR;
+  ui::FormPZ2Combine formPZ2Combine;
   // The run-time's random numbers, one sequence for the whole program.
   text::RunTimeRandom random;
 

@@ -192,8 +192,8 @@ enum class MatState { Props, ReadOne, MaterialTest, Done };
 // next field), material test (list the field's material).
 class MaterialReader {
  public:
-  MaterialReader(FigureScanner& in, const std::string& kind, MaterialScan& out)
-      : m_kind(kind), m_propFile(kind == "hr2" || kind == "pp2"), m_in(in), m_out(out) {}
+  MaterialReader(FigureScanner& in, const std::string& kind, bool kdTextOnly, MaterialScan& out)
+      : m_kind(kind), m_propFile(kind == "hr2" || kind == "pp2"), m_kdTextOnly(kdTextOnly), m_in(in), m_out(out) {}
 
   void run() {
     MatState state = m_kind == "pz2" || m_kind == "fc2" ? MatState::MaterialTest : findStart();
@@ -244,6 +244,10 @@ class MaterialReader {
     m_out.names.push_back(name);
     m_in.ReadField();
     std::string kd(m_in.ReadField());
+    if (m_kdTextOnly) {
+      m_out.colours.push_back(Mid(kd, 9));
+      return MatState::ReadOne;
+    }
     m_in.ReadField();
     std::string ks(m_in.ReadField());
     m_out.colours.push_back(colourEntry(kd));
@@ -253,6 +257,7 @@ class MaterialReader {
 
   std::string m_kind;
   bool m_propFile;
+  bool m_kdTextOnly;
   FigureScanner& m_in;
   MaterialScan& m_out;
   std::string m_field;
@@ -263,9 +268,9 @@ class MaterialReader {
 
 }  // namespace
 
-MaterialScan scanMaterials(FigureScanner& in, const std::string& kind) {
+MaterialScan scanMaterials(FigureScanner& in, const std::string& kind, bool kdTextOnly) {
   MaterialScan out;
-  MaterialReader(in, kind, out).run();
+  MaterialReader(in, kind, kdTextOnly, out).run();
   return out;
 }
 

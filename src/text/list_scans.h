@@ -29,7 +29,10 @@ ChannelScan scanChannels(FigureScanner& in, bool hair);
 struct MaterialScan {
   std::vector<std::string> names, colours, hiLites;
 };
-MaterialScan scanMaterials(FigureScanner& in, const std::string& kind);
+// The same scan serves the pose editor's material list: with `kdTextOnly` each entry
+// of `colours` is the KdColor field as it stands from its 9th character (red, green,
+// blue and alpha), no KsColor is read and `hiLites` stays empty.
+MaterialScan scanMaterials(FigureScanner& in, const std::string& kind, bool kdTextOnly = false);
 // Three colour numbers of a KdColor or KsColor line, times 256, joined by blanks. Val
 // gives a double, and so does the product: a value shows up to 15 digits (0.333333 gives
 // 85.333248).

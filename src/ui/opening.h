@@ -56,6 +56,10 @@ class Opening : public Form {
   MenuItem MenuNotebook{this, "MenuNotebook", "Open Note&book"};
   MenuItem menuERCUnique{this, "menuERCUnique", "ERC &Unique Name"};
   MenuItem MenuLibrary{this, "MenuLibrary", "&Library Files"};
+  MenuItem MenuPoseFile{this, "MenuPoseFile", "Pose File Creator"};
+  MenuItem menuMatFile{this, "menuMatFile", "MAT/MAP File Creator"};
+  MenuItem MenuMor{this, "MenuMor", "MOR File Creator"};
+  MenuItem menuCombinePZ2{this, "menuCombinePZ2", "Combine PZ2 MOR Files"};
   MenuItem MenuMasterCR2{this, "MenuMasterCR2", "&Master CR2"};
   MenuItem MenuP3Male{this, "MenuP3Male", "P3 Male"};
   MenuItem MenuP3Female{this, "MenuP3Female", "P3 Female"};
@@ -66,6 +70,7 @@ class Opening : public Form {
   MenuItem MenuAnyMasterNoFBM{this, "MenuAnyMasterNoFBM", "Remove FBM's"};
   MenuItem menuNullFig{this, "menuNullFig", "Create Null Figure"};
   MenuItem menuGeomSwitch{this, "menuGeomSwitch", "Geometry Switching"};
+  MenuItem MenuPZ3Cr2Conv{this, "MenuPZ3Cr2Conv", "PZ3 to CR2 Convertor"};
   MenuItem MenuMakeMTL{this, "MenuMakeMTL", "MTL File Creator"};
   MenuItem MenuPZ3AVI{this, "MenuPZ3AVI", "Create AVI Background File"};
   MenuItem MenuP3P4Cam{this, "MenuP3P4Cam", "P3 to P4 Camera Convertor"};

@@ -258,5 +258,28 @@ TEST(LargeFigure, ReachesItsSizeWithTheCountsAskedAlikeOnEveryRun) {
   }
 }
 
+TEST(LargeScene, HoldsOneLargeFigureOnItsStage) {
+  TempDir dir;
+  fs::path pz3 = dir / "big.pz3";
+  gen::LargeFigureOptions options{4u << 20, 84, 3200, 6};
+  std::uint64_t written = gen::writeLargeScene(pz3, options);
+  EXPECT_EQ(written, fs::file_size(pz3));
+  EXPECT_GE(written, options.targetBytes);
+  EXPECT_LT(written, options.targetBytes + (1u << 20));
+  FigureFacts facts = gatherFacts(pz3);
+  expectTwoHeaders(facts, 1);
+  EXPECT_EQ(facts.actorHeaders["actor UNIVERSE"], 1);
+  EXPECT_EQ(facts.propHeaders["prop GROUND"], 2);
+  EXPECT_EQ(facts.targetGeoms, options.morphs);
+  EXPECT_EQ(facts.figureResFiles, 2);
+  EXPECT_EQ(facts.lowestDepth, 0);
+  EXPECT_EQ(facts.finalDepth, 0);
+  std::string text = readFile(pz3);
+  EXPECT_TRUE(crlfEverywhere(text));
+  for (const char* line : {"\r\nmovie\r\n", "\r\nlight LIGHT_2\r\n", "\r\ncamera MAIN_CAMERA\r\n", "\r\ndoc\r\n",
+                           "\r\nsetGeomHandlerOffset 0 0.3487 0\r\n}\r\n"})
+    EXPECT_NE(text.find(line), std::string::npos) << line;
+}
+
 }  // namespace
 }  // namespace tolvane::test

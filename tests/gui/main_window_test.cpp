@@ -30,6 +30,7 @@ class MainWindowTest : public QObject {
   void widgetsFireTheirEvents();
   void linesAndFilesDropOnTheForm();
   void notebookWindowFollowsItsForm();
+  void libraryWindowsBindEveryControl();
   void sampleFigureFillsThePanes();
 };
 
@@ -204,6 +205,38 @@ void MainWindowTest::notebookWindowFollowsItsForm() {
   QVERIFY(window->isVisible());
   notes.setVisible(false);
   QVERIFY(!window->isVisible());
+}
+
+void MainWindowTest::libraryWindowsBindEveryControl() {
+  WindowFixture f;
+  const std::tuple<ui::Form*, const char*, const char*> forms[] = {
+      {&f.program->formPZ2, "PZ2 Editor", "LabelDonePZ2"},
+      {&f.program->formMOR, "PZ2 Editor -- MOR Files", "LabelDone"},
+      {&f.program->formPZ2Combine, "PZ2 Welder", "LabelDone"},
+  };
+  for (const auto& [form, title, done] : forms) {
+    form->setVisible(true);
+    QWidget* window = f.window->formWindow(form->name());
+    QVERIFY(window != nullptr);
+    QCOMPARE(window->windowTitle(), QString(title));
+    // Every control of the model has its widget, by the control's name.
+    for (ui::Control* control : form->controls())
+      QVERIFY2(window->findChild<QWidget*>(QString::fromStdString(control->name())) != nullptr,
+               control->name().c_str());
+    QTest::mouseClick(window->findChild<QPushButton*>(done), Qt::LeftButton);
+    auto clicks = f.recorder.of(done, EventKind::Click);
+    QVERIFY(!clicks.empty());
+    QCOMPARE(clicks.back().form, form->name());
+    form->setVisible(false);
+    QVERIFY(!window->isVisible());
+  }
+  // The material controls show with the mode.
+  ui::FormPZ2& pose = f.program->formPZ2;
+  pose.setVisible(true);
+  QWidget* window = f.window->formWindow("FormPZ2");
+  QTRY_VERIFY(!window->findChild<QWidget*>("CheckIncludeMaps")->isVisible());
+  pose.CheckIncludeMaps.setVisible(true);
+  QTRY_VERIFY(window->findChild<QWidget*>("CheckIncludeMaps")->isVisible());
 }
 
 void MainWindowTest::sampleFigureFillsThePanes() {

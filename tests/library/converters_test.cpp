@@ -78,5 +78,55 @@ TEST_F(ConvertersTest, CameraBlockPutBackAndItsFileDeleted) {
   EXPECT_EQ(t.services.pending(), 0u);
 }
 
+TEST_F(ConvertersTest, SceneToFigureKeepsTheFiguresAndPropsWithoutTheStage) {
+  const std::vector<std::string> scene = {
+      "{", "version", "\t{", "\tnumber 4.01", "\t}", "", "\tbgColor 1 1 1",
+      "actor UNIVERSE", "\t{", "\tname UNIVERSE", "\t}",                       // the universe and 3 lines
+      "movieinfo", "\t{", "\t}",                                                 // the movie to the figureRes line
+      "figureResFile :ava.obj", "actor BODY:1", "\t{", "\t}",
+      "prop GROUND", "\t{", "\t}", "light LIGHT_1", "\t{", "\t}", "camera MAIN_CAMERA", "\t{", "\t}",
+      "prop ball_1", "\t{", "\t}",
+      "camera AUX_CAMERA", "\t{", "\t}", "figureResFile :x.obj",                // a camera to the figureRes line
+      "actor BODY:2", "\t{", "\t}", "doc", "\t{", "\tsetGeomHandlerOffset 0 0 0", "\tcolor 1", "\t}", "}"};
+  struct Case {
+    const char* name;
+    std::vector<std::string> scene;
+    std::vector<std::string> expected;  // empty: refused
+  };
+  std::vector<std::string> protectedLate = scene;
+  protectedLate.insert(protectedLate.begin() + 17, "\tgeometry blV.obj");  // behind the first actor
+  std::vector<std::string> protectedEarly = scene;
+  protectedEarly.insert(protectedEarly.begin() + 6, "\tfigure blMilMan");
+  const std::vector<std::string> expected = {"{", "version", "\t{", "\tnumber 4.01", "\t}", "\tbgColor 1 1 1",
+                                             "figureResFile :ava.obj", "actor BODY:1", "\t{", "\t}",
+                                             "prop ball_1", "\t{", "\t}", "actor BODY:2", "\t{", "\t}",
+                                             "\tsetGeomHandlerOffset 0 0 0", "\tcolor 1"};
+  std::vector<std::string> expectedLate = expected;
+  expectedLate.insert(expectedLate.begin() + 9, "\tgeometry blV.obj");
+  const Case cases[] = {
+      {"a scene", scene, expected},
+      {"a protected name behind the first actor", protectedLate, expectedLate},
+      {"a protected figure", protectedEarly, {}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.name);
+    auto path = file("duet.pz3", c.scene);
+    t->opening.LabelFileNameForEditor.setCaption(path.string());
+    auto output = t.files() / "duet.cr2";
+    writeFile(output, "older figure");
+    t.services.dialog(output.string());
+    if (c.expected.empty())
+      t.services.expect("Sorry!", "You can't convert Vicki or Mike!");
+    click("MenuPZ3Cr2Conv");
+    EXPECT_EQ(t.services.dialogs().back().title, "Name To Save As...");
+    EXPECT_EQ(readFile(output), c.expected.empty() ? "older figure" : crlf(c.expected));
+    EXPECT_EQ(readFile(path), crlf(c.scene));
+    EXPECT_FALSE(std::filesystem::exists(t.work() / "PZ3.txt"));
+  }
+  t.services.cancelDialog();
+  click("MenuPZ3Cr2Conv");
+  EXPECT_EQ(t.services.pending(), 0u);
+}
+
 }  // namespace
 }  // namespace tolvane::test

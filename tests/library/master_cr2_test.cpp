@@ -83,11 +83,44 @@ TEST_F(LibraryTest, StockFiguresComeFromTheLibraryRootAndBadSourcesWriteNothing)
 
   t.services.answerRunTimeErrors(true);
   click("MenuP3Female");  // no such stock figure
-  writeFile(figure, crlf(join({kHead, kBody, {"figure", "\tmaterial skin", "\t}"}})));
-  click("MenuAnyMasterStandard");  // no "displayMode USEPARENT" line: it runs off its end
-  EXPECT_EQ(t.services.runTimeErrorReports(), 2);
-  EXPECT_FALSE(std::filesystem::exists(t.files() / "figMaster.cr2"));
-  EXPECT_FALSE(std::filesystem::exists(t.work() / "MasterCR2.tmp"));
+  EXPECT_EQ(t.services.runTimeErrorReports(), 1);
+  EXPECT_EQ(t.services.pending(), 0u);
+}
+
+TEST_F(LibraryTest, CutFiguresAreToldAndWriteNothing) {
+  struct Case {
+    const char* menu;
+    Lines source;
+    const char* missing;
+    const char* what;
+  };
+  Lines displayModeOnly = join({kHead, kBody, kFigure});
+  displayModeOnly.resize(displayModeOnly.size() - 5);  // cut inside the four tail lines
+  Lines figureOne(kFigure.begin(), kFigure.begin() + 10);  // cut inside the first material
+  figureOne[2] = "\tname    Figure 1";
+  const Case cases[] = {
+      {"MenuAnyMasterStandard", join({kHead, kBody, {"figure", "\tmaterial skin", "\t}"}}),
+       "before its \"displayMode USEPARENT\" line", "Master CR2 file"},
+      {"MenuAnyMasterNoFBM", displayModeOnly, "within the three lines behind its \"displayMode USEPARENT\" line",
+       "Master CR2 file"},
+      {"menuNullFig", join({kHead, kBody}), "before its \"figure\" line", "null figure"},
+      {"menuNullFig", join({kHead, kBody, {"figure", "\t{", "\tname    Figure 1"}}), "before its \"displayOn\" line",
+       "null figure"},
+      {"menuNullFig", join({kHead, kBody, figureOne}), "before its \"displayMode\" line", "null figure"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(std::string(c.menu) + " " + c.missing);
+    writeFile(figure, crlf(c.source));
+    t.services.expect("Error!", figure.string() + " ends " + c.missing +
+                                    ": the figure is cut short or is no figure. No " + c.what + " was written.");
+    click(c.menu);
+    EXPECT_EQ(readFile(figure), crlf(c.source));
+    EXPECT_FALSE(std::filesystem::exists(t.files() / "figMaster.cr2"));
+    EXPECT_FALSE(std::filesystem::exists(poser / "NullFig.cr2"));
+    EXPECT_FALSE(std::filesystem::exists(t.work() / "MasterCR2.tmp"));
+    EXPECT_FALSE(std::filesystem::exists(t.work() / "NullFig.tmp"));
+    EXPECT_EQ(t.services.pending(), 0u);
+  }
 }
 
 TEST_F(LibraryTest, NullFigureKeepsTheHierarchyAsFigureOne) {
@@ -102,7 +135,6 @@ TEST_F(LibraryTest, NullFigureKeepsTheHierarchyAsFigureOne) {
                   "\t}", "figure", "\t{", "\tname    Figure 2", "\troot\tBODY:1", "\tdisplayOn 1",
                   "\tallowsBending 1", "\tfigureType 1", "\torigFigureResFile :1", "\tmaterial skin", "\ta", "\tb",
                   "\tc", "\td", "\t}", "}"}));
-  EXPECT_EQ(library::colonFix("a:b:c"), "a:1");
 
   t->opening.LabelFileNameForEditor.setCaption((t.files() / "pose.pz2").string());
   t.services.expect("Error!", "CR2 files only!");
