@@ -5,6 +5,7 @@
 #include "library/library_events.h"
 #include "morph/morph_events.h"
 #include "obj/obj_events.h"
+#include "phi/phi_events.h"
 #include "program/program.h"
 #include "workspace/workspace_events.h"
 
@@ -19,6 +20,7 @@ const EventTable& eventTable() {
     registerEditorEvents(t);
     registerLibraryEvents(t);
     registerObjEvents(t);
+    registerPhiEvents(t);
     return t;
   }();
   return table;

@@ -10,6 +10,7 @@
 #include "gui/qt_settings.h"
 #include "gui/editor_window.h"
 #include "gui/obj_window.h"
+#include "gui/phi_windows.h"
 #include "gui/qt_text.h"
 #include "program/program.h"
 
@@ -62,6 +63,7 @@ void registerBuiltInFormWindows() {
   if (formWindowFactory("FormNotes") == nullptr) registerFormWindow("FormNotes", makeNotesWindow);
   if (formWindowFactory("FormEditor") == nullptr) registerEditorWindow();
   if (formWindowFactory("FormOBJ") == nullptr) registerObjWindow();
+  if (formWindowFactory("FormPhi") == nullptr) registerPhiWindows();
 }
 
 FormWindow::FormWindow(FormBinding& binding, QWidget* mainWindow)

@@ -15,6 +15,8 @@ Program::Program(ui::Services& services_, ui::Settings& settings_, ProgramOption
   addForm(&formNotes);
   addForm(&formEditor);
   addForm(&formOBJ);
+  addForm(&formPhi);
+  addForm(&formTree);
 }
 
 const EventTable& Program::events() const {

@@ -12,6 +12,7 @@
 #include "text/run_time_random.h"
 #include "ui/form_editor.h"
 #include "ui/form_obj.h"
+#include "ui/form_phi.h"
 #include "ui/opening.h"
 #include "ui/services.h"
 #include "ui/settings.h"
@@ -54,6 +55,8 @@ class Program {
   ui::FormNotes formNotes;
   ui::FormEditor formEditor;
   ui::FormOBJ formOBJ;
+  ui::FormPhi formPhi;
+  ui::FormTree formTree;
   // The run-time's random numbers, one sequence for the whole program.
   text::RunTimeRandom random;
 
