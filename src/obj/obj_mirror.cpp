@@ -8,6 +8,7 @@
 #include "text/line_writer.h"
 #include "text/record_file.h"
 #include "text/run_time_number.h"
+#include "text/runtime_error.h"
 #include "text/scratch_file.h"
 #include "text/scratch_move.h"
 #include "ui/services.h"

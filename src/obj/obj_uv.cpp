@@ -1,7 +1,6 @@
 // The UV templates: the texture layout of the loaded mesh drawn as wire lines into
 // PictureUVMap (and, for the lopper's groups, PictureSecMap), saved as a square bitmap
 // beside the OBJ; UVNew.obj with a texture vertex for every vertex; the figure's texture.
-#include <fstream>
 
 #include "obj/obj_geometry.h"
 #include "obj/obj_load.h"
@@ -12,6 +11,7 @@
 #include "text/figure_text.h"
 #include "text/line_reader.h"
 #include "text/line_writer.h"
+#include "text/obj_text.h"
 #include "text/record_file.h"
 #include "text/run_time_number.h"
 #include "text/runtime_error.h"
