@@ -76,14 +76,14 @@ void RunLopper(Program& program) {
   std::filesystem::path lop = program.workFile("Lop.txt");
   text::deleteIgnoringErrors(lop);
   text::LineWriter out(lop, text::LineWriter::Mode::Append);
-  std::string record;
+  std::string_view record;
   {
     text::RecordFile vertices(program.workFile("VArray.txt"), kVertexRecord);
-    while (vertices.next(record)) out.WriteLine(text::Trim(record));
+    while (vertices.nextView(record)) out.WriteLine(trimmedView(record));
   }
   {
     text::RecordFile textures(program.workFile("VTArray.txt"), kVertexRecord);
-    while (textures.next(record)) out.WriteLine(textureLine(record));
+    while (textures.nextView(record)) out.WriteLine(textureLine(record));
   }
   std::vector<double> clicked;
   for (const std::string& entry : f.ListLop.items()) clicked.push_back(text::Val(entry));
@@ -139,7 +139,7 @@ void RunLopper(Program& program) {
         }
         if (marked) break;
         shown.polygon(program.services, points.data(), static_cast<int>(points.size()));
-        out.WriteLine(text::Trim(line));
+        out.WriteLine(trimmedView(line));
         break;
       }
       default:

@@ -104,19 +104,22 @@ std::string leadText(double value) {
 }  // namespace
 
 // The text before and behind the first "*" of a texture record, each trimmed.
-std::string textureLine(const std::string& record) {
-  std::string r = text::Trim(record);
+std::string textureLine(std::string_view record) {
+  std::string_view r = trimmedView(record);
   std::size_t star = r.find('*');
-  return "vt " + text::Trim(r.substr(0, star)) + " " +
-         (star == std::string::npos ? std::string() : text::Trim(r.substr(star + 1)));
+  std::string line = "vt ";
+  line += trimmedView(r.substr(0, star));
+  line += ' ';
+  if (star != std::string_view::npos) line += trimmedView(r.substr(star + 1));
+  return line;
 }
 
 namespace {
 
 // A face of the secondary mesh with both offsets: each corner's first and second number.
-std::string offsetFace(const std::string& record, std::uint64_t vertexOffset, std::uint64_t textureOffset) {
+std::string offsetFace(std::string_view record, std::uint64_t vertexOffset, std::uint64_t textureOffset) {
   std::string out = "f";
-  std::string_view rest = std::string_view(record).substr(1);
+  std::string_view rest = record.substr(1);
   std::size_t at = 0;
   while (at < rest.size()) {
     while (at < rest.size() && rest[at] == ' ') ++at;
@@ -205,21 +208,21 @@ void PictureMergeClick(Program& program) {
   text::deleteIgnoringErrors(merge);
   try {
     text::LineWriter out(merge, text::LineWriter::Mode::Append);
-    std::string record;
+    std::string_view record;
     std::uint64_t vertexOffset = 0, textureOffset = 0;
     {
       text::RecordFile main(program.workFile("VArray.txt"), kVertexRecord);
-      while (main.next(record)) {
+      while (main.nextView(record)) {
         if (!text::hasPrefix(record, "v")) continue;
-        out.WriteLine(text::Trim(record));
+        out.WriteLine(trimmedView(record));
         ++vertexOffset;
       }
     }
     {
       text::RecordFile add(program.workFile("VArrayAdd.txt"), kVertexRecord);
-      while (add.next(record)) {
+      while (add.nextView(record)) {
         if (!text::hasPrefix(record, "v")) continue;
-        std::string t = text::Trim(text::Mid(record, 2));
+        std::string t(trimmedView(record.substr(1)));
         std::size_t b1 = t.find(' ');
         std::size_t b2 = b1 == std::string::npos ? std::string::npos : t.find(' ', b1 + 1);
         double x = text::Val(t.substr(0, b1));
@@ -231,7 +234,7 @@ void PictureMergeClick(Program& program) {
     }
     for (const char* name : {"VTArray.txt", "VTArrayAdd.txt"}) {
       text::RecordFile textures(program.workFile(name), kVertexRecord);
-      while (textures.next(record)) {
+      while (textures.nextView(record)) {
         out.WriteLine(textureLine(record));
         if (std::string(name) == "VTArray.txt") ++textureOffset;
       }
@@ -239,10 +242,13 @@ void PictureMergeClick(Program& program) {
     for (const char* name : {"FArray.txt", "FArrayAdd.txt"}) {
       bool secondary = std::string(name) == "FArrayAdd.txt";
       text::RecordFile faces(program.workFile(name), kFaceRecord);
-      while (faces.next(record)) {
-        if (text::Left(record, 5) == "     ") continue;
-        std::string t = text::Trim(record);
-        out.WriteLine(secondary && text::hasPrefix(t, "f") ? offsetFace(t, vertexOffset, textureOffset) : t);
+      while (faces.nextView(record)) {
+        if (record.substr(0, 5) == "     ") continue;
+        std::string_view t = trimmedView(record);
+        if (secondary && text::hasPrefix(t, "f"))
+          out.WriteLine(offsetFace(t, vertexOffset, textureOffset));
+        else
+          out.WriteLine(t);
       }
     }
     out.close();

@@ -75,7 +75,7 @@ void LabelMirrorClick(Program& program) {
   {
     text::LineWriter out(mirror, text::LineWriter::Mode::Append);
     text::RecordFile vertices(program.workFile("VArray.txt"), kVertexRecord);
-    for (std::string record; vertices.next(record);) out.WriteLine(mirroredLine(record, axes));
+    for (std::string_view record; vertices.nextView(record);) out.WriteLine(mirroredLine(record, axes));
     vertices.close();
     out.close();
   }

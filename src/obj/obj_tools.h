@@ -2,6 +2,9 @@
 // templates, the lopper and the start over with a new file.
 #pragma once
 
+#include <string>
+#include <string_view>
+
 #include "program/events.h"
 
 namespace tolvane {
@@ -47,8 +50,15 @@ void PicturePhiLopperRightClick(Program& program);
 void PhiLopperReturn(Program& program);
 void PictureNewFileClick(Program& program);
 
+// A record without the blanks around it, as a view.
+inline std::string_view trimmedView(std::string_view text) {
+  std::size_t first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
 // "vt " and the two texts of a texture record ("u*v"), each trimmed.
-std::string textureLine(const std::string& record);
+std::string textureLine(std::string_view record);
 
 // Deletes the scratch files of the later tools, as the close does.
 void deleteToolScratch(Program& program);

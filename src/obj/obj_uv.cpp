@@ -2,6 +2,8 @@
 // PictureUVMap (and, for the lopper's groups, PictureSecMap), saved as a square bitmap
 // beside the OBJ; UVNew.obj with a texture vertex for every vertex; the figure's texture.
 
+#include <charconv>
+
 #include "obj/obj_geometry.h"
 #include "obj/obj_load.h"
 #include "obj/obj_load_after.h"
@@ -33,11 +35,11 @@ struct UV {
 std::vector<UV> readTextureTable(Program& program) {
   std::vector<UV> table{UV{}};
   text::RecordFile file(program.workFile("VTArray.txt"), kVertexRecord);
-  for (std::string record; file.next(record);) {
+  for (std::string_view record; file.nextView(record);) {
     std::size_t star = record.find('*');
     UV uv;
     uv.u = text::Val(record.substr(0, star));
-    uv.v = star == std::string::npos ? 0 : text::Val(std::string_view(record).substr(star + 1));
+    uv.v = star == std::string_view::npos ? 0 : text::Val(record.substr(star + 1));
     table.push_back(uv);
   }
   return table;
@@ -60,6 +62,12 @@ void textureIndexes(std::string_view face, std::vector<long long>& out) {
     std::string_view index = corner.substr(slash + 1);
     index = index.substr(0, index.find('/'));
     if (index.empty()) continue;
+    long long whole = 0;
+    auto parsed = std::from_chars(index.data(), index.data() + index.size(), whole);
+    if (parsed.ec == std::errc() && parsed.ptr == index.data() + index.size()) {
+      out.push_back(whole < 0 ? whole + 1 : whole);
+      continue;
+    }
     double value = text::Val(index);
     out.push_back(static_cast<long long>(index[0] == '-' ? value + 1 : value));
   }
@@ -129,11 +137,11 @@ void LabelUVMapClick(Program& program) {
     TemplateDrawer drawer(program, f.PictureUVMap);
     text::RecordFile faces(program.workFile("FArray.txt"), kFaceRecord);
     std::vector<long long> indexes;
-    std::string record;
+    std::string_view record;
     // The walk stops after as many records as there are faces: the group and material
     // records among them leave as many faces at the end undrawn.
-    for (std::uint64_t n = 1; n <= f.faceCount && faces.next(record); ++n) {
-      std::string t = text::Trim(record);
+    for (std::uint64_t n = 1; n <= f.faceCount && faces.nextView(record); ++n) {
+      std::string_view t = trimmedView(record);
       if (!text::hasPrefix(t, "f")) continue;
       textureIndexes(t, indexes);
       drawer.face(indexes, table);
