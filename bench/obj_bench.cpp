@@ -4,7 +4,9 @@
 //    numbers with std::from_chars, with the load's peak memory against the vertex table
 //    and the live view's list;
 //  - Mash and OBJ scaling of a 100 MB OBJ against cp;
-//  - frames of the live view's software renderer on a 10,000-vertex mesh.
+//  - frames of the live view's software renderer on a 10,000-vertex mesh;
+//  - the mesh tools on the loaded 1,000,000-triangle OBJ: a UV template, a mirror, a
+//    merge with a second copy of itself and a box lop, each against the plain pass.
 // Usage: obj_bench [triangles [scale-MB]]
 #include <sys/resource.h>
 #include <unistd.h>
@@ -220,16 +222,90 @@ void softwareViewFigures(const fs::path& temp) {
               static_cast<unsigned long long>(size.vertices), f.vertexList.size(), frames / seconds);
 }
 
+// The tools on the loaded mesh; each answer they ask for is queued before the click.
+void toolFigures(const fs::path& temp, std::uint64_t triangles) {
+  fs::path obj = temp / "tools.obj";
+  tolvane::gen::writeGridObj(obj, triangles);
+  fs::path second = temp / "second.obj";
+  fs::copy_file(obj, second, fs::copy_options::overwrite_existing);
+  plainParse(obj);
+  double plainSeconds = 1e9;
+  for (int i = 0; i < 3; ++i) plainSeconds = std::min(plainSeconds, secondsOf([&] { plainParse(obj); }));
+  Session s(temp);
+  s.load(obj);
+  tolvane::Program& p = *s.program;
+  using tolvane::EventKind;
+  using tolvane::ui::Answer;
+  auto fire = [&p](const char* control, EventKind kind, const tolvane::EventArgs& args = {}) {
+    tolvane::fireEvent(p, "FormOBJ", control, kind, args);
+  };
+  double uv = secondsOf([&] { fire("LabelUVMap", EventKind::Click); });
+  double mirror = secondsOf([&] {
+    s.services.answer(Answer::Yes);
+    s.services.answer(Answer::No);
+    s.services.answer(Answer::No);
+    s.services.answer(Answer::OK);
+    s.services.cancelDialog();
+    fire("LabelMirror", EventKind::Click);
+  });
+  double cpu = cpuSeconds();
+  double add = secondsOf([&] {
+    s.services.dialog(second.string());
+    fire("PictureAddOBJ", EventKind::Click);
+  });
+  double addCpu = cpuSeconds() - cpu;
+  cpu = cpuSeconds();
+  double mergeOnly = secondsOf([&] {
+    s.services.answer(Answer::OK);
+    fire("PictureMerge", EventKind::Click);
+  });
+  double mergeCpu = cpuSeconds() - cpu;
+  double merge = add + mergeOnly;
+  p.formOBJ.secondaryHeld = false;
+  double lop = secondsOf([&] {
+    fire("PictureLop", EventKind::Click);
+    tolvane::EventArgs a;
+    a.x = 200;
+    a.y = 200;
+    fire("PictureStore", EventKind::Press, a);
+    a.x = 280;
+    a.y = 280;
+    fire("PictureStore", EventKind::MouseMove, a);
+    s.services.answer(Answer::Yes);
+    s.services.cancelDialog();
+    fire("PictureStore", EventKind::Release, a);
+  });
+  for (const auto& m : s.services.messages())
+    if (m.title.rfind("Run-time", 0) == 0 || m.text.rfind("Run-time", 0) == 0)
+      std::fprintf(stderr, "message: %s: %s\n", m.title.c_str(), m.text.c_str());
+  std::printf("tools plain     %.3f s\n", plainSeconds);
+  std::printf("UV template     %.3f s, %.1f x plain (goal: within 5)\n", uv, uv / plainSeconds);
+  std::printf("mirror          %.3f s, %.1f x plain (goal: within 5)\n", mirror, mirror / plainSeconds);
+  std::printf("merge           %.3f s, %.1f x plain (goal: within 5; the second mesh's parse included)\n", merge,
+              merge / plainSeconds);
+  std::printf("  of which       the second mesh's parse %.3f s (%.3f s processor), the merge %.3f s (%.3f s)\n",
+              add, addCpu, mergeOnly, mergeCpu);
+  std::printf("box lop         %.3f s, %.1f x plain (goal: within 5)\n", lop, lop / plainSeconds);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   std::uint64_t triangles = argc > 1 ? std::stoull(argv[1]) : 1000000;
+  if (argc > 3 && std::string(argv[3]) == "tools") {  // the mesh tools alone
+    fs::path temp = fs::temp_directory_path() / ("tolvane-obj-bench-" + std::to_string(::getpid()));
+    fs::create_directories(temp);
+    toolFigures(temp, triangles);
+    fs::remove_all(temp);
+    return 0;
+  }
   std::uint64_t megabytes = argc > 2 ? std::stoull(argv[2]) : 100;
   fs::path temp = fs::temp_directory_path() / ("tolvane-obj-bench-" + std::to_string(::getpid()));
   fs::create_directories(temp);
   loadFigures(temp, triangles);
   mashAndScaleFigures(temp, megabytes);
   softwareViewFigures(temp);
+  toolFigures(temp, triangles);
   fs::remove_all(temp);
   return 0;
 }

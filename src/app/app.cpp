@@ -6,6 +6,7 @@
 #include "library/library_events.h"
 #include "morph/morph_events.h"
 #include "obj/obj_events.h"
+#include "phi/phi_events.h"
 #include "program/program.h"
 #include "workspace/workspace_events.h"
 
@@ -21,6 +22,7 @@ const EventTable& eventTable() {
     registerLibraryEvents(t);
     registerObjEvents(t);
     registerErcEvents(t);
+    registerPhiEvents(t);
     return t;
   }();
   return table;

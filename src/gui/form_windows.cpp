@@ -12,6 +12,7 @@
 #include "gui/erc_windows.h"
 #include "gui/library_windows.h"
 #include "gui/obj_window.h"
+#include "gui/phi_windows.h"
 #include "gui/qt_text.h"
 #include "program/program.h"
 
@@ -66,6 +67,7 @@ void registerBuiltInFormWindows() {
   if (formWindowFactory("FormOBJ") == nullptr) registerObjWindow();
   if (formWindowFactory("FormECM") == nullptr) registerErcWindows();
   registerLibraryWindows();
+  if (formWindowFactory("FormPhi") == nullptr) registerPhiWindows();
 }
 
 FormWindow::FormWindow(FormBinding& binding, QWidget* mainWindow)

@@ -116,6 +116,8 @@ void MainWindow::buildMenus() {
   library->addSeparator();
   for (ui::MenuItem* item : {&o.menuGeomSwitch, &o.MenuPZ3Cr2Conv, &o.MenuMakeMTL, &o.MenuPZ3AVI, &o.MenuP3P4Cam})
     m_pending.emplace_back(item, menuAction(library));
+  library->addSeparator();
+  for (ui::MenuItem* item : {&o.MenuPhi, &o.MenuViewPhi}) m_pending.emplace_back(item, menuAction(library));
 
   QMenu* help = menuBar()->addMenu(QString());
   m_pending.emplace_back(&o.MenuHelp, help);

@@ -117,8 +117,8 @@ QWidget* ObjWindow::buildDrawingArea() {
   area->setFixedSize(ui::kObjPictureSize, ui::kObjPictureSize);
   for (ui::DrawnPicture* p :
        {&m_form.PictureOBJViewer, &m_form.PictureStore, &m_form.PictureStore2, &m_form.PictureStore3,
-        &m_form.PictureNoDX, &m_form.PictureUVMap, &m_form.PictureAddObjFront, &m_form.PictureAddObjSide,
-        &m_form.PictureAddObjTop, &m_form.PictureObjViewer2}) {
+        &m_form.PictureNoDX, &m_form.PictureUVMap, &m_form.PictureSecMap, &m_form.PictureAddObjFront,
+        &m_form.PictureAddObjSide, &m_form.PictureAddObjTop, &m_form.PictureObjViewer2}) {
     if (p == &m_form.PictureObjViewer2 && openGlUsable()) {
       m_gl = new GlMeshView(area, ui::kObjPictureSize);
       m_gl->setObjectName("PictureObjViewer2");
@@ -222,17 +222,38 @@ QWidget* ObjWindow::buildTools() {
   auto* box = new QWidget;
   auto* layout = new QHBoxLayout(box);
   layout->setContentsMargins(0, 0, 0, 0);
-  for (ui::Picture* p :
-       {&m_form.PictureNewFile, &m_form.PictureNotes, &m_form.PictureLop, &m_form.PicturePhiLopper}) {
+  for (ui::Picture* p : {&m_form.PictureNewFile, &m_form.PictureNotes, &m_form.PictureLop,
+                        &m_form.PicturePhiLopper, &m_form.PictureAddOBJ, &m_form.PictureMerge}) {
     auto* b = new PictureButton(nullptr, 32);
+    b->setToolTip(fromBytes(p->name()));
     layout->addWidget(b);
     place(*p, b);
   }
-  for (ui::Label* l : {&m_form.LabelMirror, &m_form.LabelUVMap, &m_form.LabelViewCR2TexMap}) {
+  auto* column = new QVBoxLayout;
+  auto* first = new QHBoxLayout;
+  auto* second = new QHBoxLayout;
+  for (ui::Label* l : {&m_form.LabelMirror, &m_form.LabelUVMap, &m_form.LabelSecMap, &m_form.LabelViewCR2TexMap}) {
     QLabel* w = commandLabel();
-    layout->addWidget(w);
+    first->addWidget(w);
     place(*l, w);
   }
+  for (ui::Label* l : {&m_form.LabelSaveMap, &m_form.LabelMakeUV, &m_form.LabelApplyMap}) {
+    QLabel* w = commandLabel();
+    second->addWidget(w);
+    place(*l, w);
+  }
+  for (ui::TextBox* t : {&m_form.TextMapSize, &m_form.TextMapSizeSec}) {
+    auto* w = new QLineEdit;
+    w->setMaximumWidth(110);
+    second->addWidget(w);
+    place(*t, w);
+  }
+  column->addLayout(first);
+  column->addLayout(second);
+  layout->addLayout(column);
+  auto* lop = new QListWidget(box);
+  lop->hide();
+  place(m_form.ListLop, lop);
   return box;
 }
 

@@ -1,5 +1,8 @@
 #include "gui/qt_services.h"
 
+#include <QBuffer>
+#include <QImage>
+
 #include <QApplication>
 #include <QColorDialog>
 #include <QCoreApplication>
@@ -233,5 +236,31 @@ std::filesystem::path QtServices::systemFolder() {
 std::chrono::system_clock::time_point QtServices::now() { return std::chrono::system_clock::now(); }
 
 std::unique_ptr<ui::PicturePainter> QtServices::painter(ui::Raster& raster) { return qtPainter(raster); }
+
+// The picture's pixels through Qt's smooth stretch and its BMP writer; the caller writes
+// the bytes to disk through its own crash-safe step.
+std::string QtServices::encodeBitmap(const ui::Raster& raster, int width, int height) {
+  if (width <= 0 || height <= 0) return {};
+  QImage image(reinterpret_cast<const uchar*>(raster.data()), raster.width(), raster.height(),
+               raster.width() * 4, QImage::Format_RGB32);
+  QImage stretched = image.scaled(width, height, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  if (!stretched.save(&buffer, "BMP")) return ui::bitmapBytes(raster, width, height);
+  return std::string(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+}
+
+bool QtServices::loadPicture(const std::filesystem::path& file, ui::Raster& raster) {
+  QImage image;
+  if (!image.load(QString::fromStdString(file.string()))) return false;
+  QImage scaled = image.scaled(raster.width(), raster.height(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+                      .convertToFormat(QImage::Format_RGB32);
+  for (int y = 0; y < raster.height(); ++y) {
+    const auto* line = reinterpret_cast<const std::uint32_t*>(scaled.constScanLine(y));
+    for (int x = 0; x < raster.width(); ++x) raster.setPixel(x, y, line[x] | 0xFF000000u);
+  }
+  return true;
+}
 
 }  // namespace tolvane::gui

@@ -39,6 +39,8 @@ class QtServices : public ui::Services {
   std::chrono::system_clock::time_point now() override;
   // The still pictures are drawn with QPainter.
   std::unique_ptr<ui::PicturePainter> painter(ui::Raster& raster) override;
+  std::string encodeBitmap(const ui::Raster& raster, int width, int height) override;
+  bool loadPicture(const std::filesystem::path& file, ui::Raster& raster) override;
 
   // The message box as it is shown: title, text, buttons and icon of the request.
   static std::unique_ptr<QMessageBox> makeMessageBox(const ui::Message& message, QWidget* parent);

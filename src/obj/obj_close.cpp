@@ -4,6 +4,7 @@
 
 #include "obj/obj_lists.h"
 #include "obj/obj_save.h"
+#include "obj/obj_tools.h"
 #include "program/program.h"
 #include "text/line_writer.h"
 #include "text/scratch_file.h"
@@ -39,6 +40,10 @@ void appendNotes(Program& program) {
 
 }  // namespace
 
+void deleteToolScratch(Program& program) {
+  for (const char* name : kCloseScratch) text::deleteIgnoringErrors(program.workFile(name));
+}
+
 bool CloseOBJ(Program& program) {
   ui::FormOBJ& f = program.formOBJ;
   if (f.renamed) {
@@ -53,7 +58,7 @@ bool CloseOBJ(Program& program) {
   f.stopFlag = -1;
   f.TimerRotate.setEnabled(false);
   appendNotes(program);
-  for (const char* name : kCloseScratch) text::deleteIgnoringErrors(program.workFile(name));
+  deleteToolScratch(program);
   f.reset();
   return true;
 }

@@ -7,6 +7,7 @@
 #include "obj/obj_load.h"
 #include "obj/obj_redraw.h"
 #include "obj/obj_scaler.h"
+#include "obj/obj_tools.h"
 #include "obj/obj_view.h"
 #include "program/program.h"
 
@@ -14,6 +15,10 @@ namespace tolvane {
 
 namespace {
 using Action = void (*)(Program&);
+
+void StillPictureDown(Program& p, const EventArgs& a);
+void StillPictureDrag(Program& p, const EventArgs& a);
+void StillPictureUp(Program& p, const EventArgs& a);
 
 void on(EventTable& table, const std::string& control, EventKind kind, Action action) {
   table.add("FormOBJ", control, kind, [action](Program& p, const EventArgs&) { action(p); });
@@ -36,8 +41,9 @@ void registerView(EventTable& table) {
   on(table, "LabelBoss", EventKind::Click, LabelBossClick);
   on(table, "LabelPlay", EventKind::Click, LabelPlayClick);
   for (const char* still : {"PictureStore", "PictureStore2", "PictureStore3"}) {
-    table.add("FormOBJ", still, EventKind::Press, StillPicturePress);
-    table.add("FormOBJ", still, EventKind::MouseMove, StillPictureMove);
+    table.add("FormOBJ", still, EventKind::Press, StillPictureDown);
+    table.add("FormOBJ", still, EventKind::MouseMove, StillPictureDrag);
+    table.add("FormOBJ", still, EventKind::Release, StillPictureUp);
   }
   on(table, "LabelHotKeys", EventKind::Click, [](Program& p) { p.formOBJ.ListHotKeys.setVisible(true); });
   on(table, "ListHotKeys", EventKind::RightClick,
@@ -46,6 +52,68 @@ void registerView(EventTable& table) {
      [](Program& p) { p.formOBJ.ListHotKeys.setVisible(false); });
   on(table, "PictureNotes", EventKind::Click,
      [](Program& p) { p.formOBJ.TextNotes.setVisible(!p.formOBJ.TextNotes.visible()); });
+}
+
+// The still pictures take a mouse drag for the lopper in lop mode, for the secondary
+// mesh while one is held, and for the zoom rectangle otherwise.
+void StillPictureDown(Program& p, const EventArgs& a) {
+  ui::FormOBJ& f = p.formOBJ;
+  if (f.lopMode != 0) return obj::StillPictureLopPress(p, a);
+  if (f.secondaryHeld) {
+    f.boxX1 = static_cast<int>(a.x);
+    f.boxY1 = static_cast<int>(a.y);
+    f.boxDragging = a.button == 1;
+    return;
+  }
+  obj::StillPicturePress(p, a);
+}
+
+void StillPictureDrag(Program& p, const EventArgs& a) {
+  ui::FormOBJ& f = p.formOBJ;
+  if (f.lopMode != 0) return obj::StillPictureLopMove(p, a);
+  if (f.secondaryHeld) {
+    if (!f.boxDragging || a.button != 1) return;
+    int x = static_cast<int>(a.x), y = static_cast<int>(a.y);
+    obj::MoveTopAdd(p, f.currentView, x - f.boxX1, y - f.boxY1);
+    f.boxX1 = x;
+    f.boxY1 = y;
+    return;
+  }
+  obj::StillPictureMove(p, a);
+}
+
+void StillPictureUp(Program& p, const EventArgs& a) {
+  ui::FormOBJ& f = p.formOBJ;
+  if (f.lopMode != 0) return obj::StillPictureLopRelease(p, a);
+  f.boxDragging = false;
+}
+
+void registerTools(EventTable& table) {
+  using namespace obj;
+  on(table, "LabelMirror", EventKind::Click, LabelMirrorClick);
+  on(table, "PictureAddOBJ", EventKind::Click, PictureAddOBJClick);
+  on(table, "PictureMerge", EventKind::Click, PictureMergeClick);
+  on(table, "LabelUVMap", EventKind::Click, LabelUVMapClick);
+  on(table, "LabelSecMap", EventKind::Click, LabelSecMapClick);
+  on(table, "LabelSaveMap", EventKind::Click, LabelSaveMapClick);
+  for (bool secondary : {false, true}) {
+    const char* box = secondary ? "TextMapSizeSec" : "TextMapSize";
+    table.add("FormOBJ", box, EventKind::Key, [secondary](Program& p, const EventArgs& a) {
+      if (a.keyCode == 13) SaveMapTemplate(p, secondary);
+    });
+    table.add("FormOBJ", box, EventKind::Enter,
+              [secondary](Program& p, const EventArgs&) { MapSizeFocus(p, secondary); });
+  }
+  on(table, "LabelMakeUV", EventKind::Click, LabelMakeUVClick);
+  on(table, "LabelViewCR2TexMap", EventKind::Click, LabelViewCR2TexMapClick);
+  on(table, "LabelViewCR2TexMap", EventKind::RightClick, LabelViewCR2TexMapRightClick);
+  on(table, "LabelApplyMap", EventKind::Click, LabelApplyMapClick);
+  on(table, "LabelApplyMap", EventKind::RightClick, LabelApplyMapRightClick);
+  on(table, "PictureLop", EventKind::Click, PictureLopClick);
+  on(table, "PicturePhiLopper", EventKind::Click, PicturePhiLopperClick);
+  on(table, "PicturePhiLopper", EventKind::RightClick, PicturePhiLopperRightClick);
+  on(table, "FormTree", EventKind::Unload, PhiLopperReturn);
+  on(table, "PictureNewFile", EventKind::Click, PictureNewFileClick);
 }
 
 void registerLists(EventTable& table) {
@@ -74,6 +142,7 @@ void registerLists(EventTable& table) {
 void registerObjEvents(EventTable& table) {
   registerView(table);
   registerLists(table);
+  registerTools(table);
   table.add("Opening", "PictureOBJView", EventKind::Click,
             [](Program& p, const EventArgs&) { obj::PictureOBJViewClick(p); });
   table.add("Opening", "PictureOBJView", EventKind::RightClick,

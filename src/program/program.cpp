@@ -21,6 +21,8 @@ Program::Program(ui::Services& services_, ui::Settings& settings_, ProgramOption
   addForm(&formPZ2);
   addForm(&formMOR);
   addForm(&formPZ2Combine);
+  addForm(&formPhi);
+  addForm(&formTree);
 }
 
 const EventTable& Program::events() const {

@@ -14,6 +14,7 @@
 #include "ui/form_erc.h"
 #include "ui/form_library.h"
 #include "ui/form_obj.h"
+#include "ui/form_phi.h"
 #include "ui/opening.h"
 #include "ui/services.h"
 #include "ui/settings.h"
@@ -62,6 +63,8 @@ class Program {
   ui::FormPZ2 formPZ2;
   ui::FormMOR formMOR;
   ui::FormPZ2Combine formPZ2Combine;
+  ui::FormPhi formPhi;
+  ui::FormTree formTree;
   // The run-time's random numbers, one sequence for the whole program.
   text::RunTimeRandom random;
 

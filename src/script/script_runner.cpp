@@ -11,6 +11,7 @@
 #include "script/png_file.h"
 #include "script/script_line.h"
 #include "text/figure_text.h"
+#include "text/run_time_number.h"
 #include "ui/drawn_picture.h"
 #include "ui/scripted_services.h"
 
@@ -227,10 +228,14 @@ void Runner::act(const ScriptLine& line) {
     if (index >= 0) l.setListIndex(index);
     if (index >= 0 && l.multiSelect()) l.setSelected(index, true);
   } else if (s == "event") {
-    if (w.size() != 2) throw ScriptWrong("event needs CONTROL KIND");
+    if (w.size() != 2 && w.size() != 4) throw ScriptWrong("event needs CONTROL KIND [X Y]");
     auto kind = eventKindFromName(w[1]);
     if (!kind) throw ScriptWrong("unknown event kind " + w[1]);
     EventArgs args;
+    if (w.size() == 4) {  // a mouse event at a place in the control
+      args.x = text::Val(w[2]);
+      args.y = text::Val(w[3]);
+    }
     if (*kind == EventKind::RightClick || *kind == EventKind::RightRelease) args.button = 2;
     fire(target(w[0]), *kind, args);
   } else if (s == "drop") {

@@ -145,6 +145,33 @@ bool RecordFile::get(std::uint64_t number, std::string& out) {
 
 bool RecordFile::next(std::string& out) { return get(m_current, out); }
 
+bool RecordFile::nextView(std::string_view& out) {
+  requireOpen();
+  flushWrites();
+  std::uint64_t number = m_current;
+  std::uint64_t offset = (number - 1) * m_width;
+  out = {};
+  if (offset >= m_fileLength) return false;
+  m_current = number + 1;
+  std::size_t size = static_cast<std::size_t>(std::min<std::uint64_t>(m_width, m_fileLength - offset));
+  if (offset < m_readStart || offset + size > m_readStart + m_readBuffer.size()) {
+    m_readBuffer.resize(std::max(kBufferSize, m_width));
+    ssize_t n;
+    do {
+      n = ::pread(m_fd, m_readBuffer.data(), m_readBuffer.size(), static_cast<off_t>(offset));
+    } while (n < 0 && errno == EINTR);
+    if (n < 0) {
+      m_readBuffer.clear();
+      raiseError(kDeviceIOError, m_path.string());
+    }
+    m_readBuffer.resize(static_cast<std::size_t>(n));
+    m_readStart = offset;
+    size = std::min<std::size_t>(size, m_readBuffer.size());
+  }
+  out = std::string_view(m_readBuffer.data() + (offset - m_readStart), size);
+  return size > 0;
+}
+
 bool RecordFile::atEnd() {
   requireOpen();
   return (m_current - 1) * m_width >= m_fileLength;

@@ -41,6 +41,8 @@ class RecordFile {
   bool get(std::uint64_t number, std::string& out);
   // Reads the current record and moves on; false at the end of the file.
   bool next(std::string& out);
+  // The same without a copy: `out` views the read buffer until the next call.
+  bool nextView(std::string_view& out);
   // True when no whole or partial record is left from the current one on.
   bool atEnd();
 

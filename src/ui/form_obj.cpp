@@ -24,6 +24,10 @@ FormOBJ::FormOBJ() : Form("FormOBJ") {
   LabelWait.setCaption("Loading, please wait...");
   LabelUVMap.setCaption("UV Map");
   LabelViewCR2TexMap.setCaption("View CR2 Texture Map");
+  LabelSecMap.setCaption("Secondary Map");
+  LabelSaveMap.setCaption("Save Map");
+  LabelMakeUV.setCaption("Make UV");
+  LabelApplyMap.setCaption("Apply Map");
   LabelHotKeys.setCaption("Hot Keys");
   LabelRichRename.setCaption("Rename");
   CommandListGroups.setCaption("List Groups");
@@ -50,7 +54,8 @@ FormOBJ::FormOBJ() : Form("FormOBJ") {
   ListHotKeys.setItems(objHotKeyCaptions());
   for (DrawnPicture* p :
        {&PictureOBJViewer, &PictureObjViewer2, &PictureStore, &PictureStore2, &PictureStore3, &PictureNoDX,
-        &PictureUVMap, &PictureZoom, &PictureAddObjFront, &PictureAddObjSide, &PictureAddObjTop})
+        &PictureUVMap, &PictureSecMap, &PictureZoom, &PictureAddObjFront, &PictureAddObjSide,
+        &PictureAddObjTop})
     p->setBackColor(kWhite);
   setUp();
 }
@@ -65,10 +70,22 @@ void FormOBJ::setUp() {
   CheckHiddenFaces.setValue(false);
   CheckSaveGroups.setValue(false);
   CheckSaveMaterials.setValue(false);
+  TextMapSize.setText("Enter Map Size");
+  TextMapSizeSec.setText("Enter Map Size");
+  lopMode = 0;
+  boxSet = boxDragging = false;
+  ListLop.clear();
   for (Control* c : std::initializer_list<Control*>{&LabelMirror,
                                                     &LabelWait,
                                                     &LabelUVMap,
                                                     &LabelViewCR2TexMap,
+                                                    &LabelSecMap,
+                                                    &LabelSaveMap,
+                                                    &TextMapSize,
+                                                    &TextMapSizeSec,
+                                                    &PictureSecMap,
+                                                    &PictureMerge,
+                                                    &ListLop,
                                                     &LabelRichRename,
                                                     &CommandListGroups,
                                                     &CommandListMats,
@@ -119,7 +136,8 @@ void FormOBJ::reset() {
   for (Label* l : {&LabelBiggestX, &LabelSmallestX, &LabelBiggestY}) l->setCaption("");
   for (DrawnPicture* p :
        {&PictureOBJViewer, &PictureObjViewer2, &PictureStore, &PictureStore2, &PictureStore3, &PictureNoDX,
-        &PictureUVMap, &PictureZoom, &PictureAddObjFront, &PictureAddObjSide, &PictureAddObjTop}) {
+        &PictureUVMap, &PictureSecMap, &PictureZoom, &PictureAddObjFront, &PictureAddObjSide,
+        &PictureAddObjTop}) {
     p->Cls();
     p->refresh();
   }
@@ -133,6 +151,8 @@ void FormOBJ::reset() {
   stopFlag = 0;
   drawingHidden = false;
   secondaryHeld = false;
+  addVertexCount = 0;
+  addShiftX = addShiftY = addShiftZ = 0;
   setUp();
 }
 

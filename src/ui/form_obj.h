@@ -86,6 +86,17 @@ class FormOBJ : public Form {
   // A rename or a deletion is pending until the form closes.
   bool renamed = false;
 
+  // The secondary mesh of PictureAddOBJ: its vertex count and the scales of its pictures.
+  std::uint64_t addVertexCount = 0;
+  // Where the user dragged it, in model units: the shift the merge adds to its vertices.
+  double addShiftX = 0, addShiftY = 0, addShiftZ = 0;
+  // The lopper: lop mode (-1 while PictureLop is down), the box corners in picture units
+  // (a box is set once a drag ended) and the view it was drawn in.
+  std::int16_t lopMode = 0;
+  int boxX1 = 0, boxY1 = 0, boxX2 = 0, boxY2 = 0;
+  bool boxSet = false;
+  bool boxDragging = false;
+
   Label LabelView{this, "LabelView"};
   Label LabelMirror{this, "LabelMirror"};
   Label LabelWait{this, "LabelWait"};
@@ -94,6 +105,10 @@ class FormOBJ : public Form {
   Label LabelBiggestY{this, "LabelBiggestY"};
   Label LabelUVMap{this, "LabelUVMap"};
   Label LabelViewCR2TexMap{this, "LabelViewCR2TexMap"};
+  Label LabelSecMap{this, "LabelSecMap"};
+  Label LabelSaveMap{this, "LabelSaveMap"};
+  Label LabelMakeUV{this, "LabelMakeUV"};
+  Label LabelApplyMap{this, "LabelApplyMap"};
   Label LabelHotKeys{this, "LabelHotKeys"};
   Label LabelBoss{this, "LabelBoss"};
   Label LabelPlay{this, "LabelPlay"};
@@ -105,6 +120,8 @@ class FormOBJ : public Form {
   Picture PictureNotes{this, "PictureNotes"};
   Picture PictureLop{this, "PictureLop"};
   Picture PicturePhiLopper{this, "PicturePhiLopper"};
+  Picture PictureAddOBJ{this, "PictureAddOBJ"};
+  Picture PictureMerge{this, "PictureMerge"};
 
   DrawnPicture PictureOBJViewer{this, "PictureOBJViewer", kObjPictureSize, kObjPictureSize};
   DrawnPicture PictureObjViewer2{this, "PictureObjViewer2", kObjPictureSize, kObjPictureSize};
@@ -113,6 +130,7 @@ class FormOBJ : public Form {
   DrawnPicture PictureStore3{this, "PictureStore3", kObjPictureSize, kObjPictureSize};
   DrawnPicture PictureNoDX{this, "PictureNoDX", kObjPictureSize, kObjPictureSize};
   DrawnPicture PictureUVMap{this, "PictureUVMap", kObjPictureSize, kObjPictureSize};
+  DrawnPicture PictureSecMap{this, "PictureSecMap", kObjPictureSize, kObjPictureSize};
   DrawnPicture PictureZoom{this, "PictureZoom", kObjPictureSize, kObjPictureSize};
   DrawnPicture PictureAddObjFront{this, "PictureAddObjFront", kObjPictureSize, kObjPictureSize};
   DrawnPicture PictureAddObjSide{this, "PictureAddObjSide", kObjPictureSize, kObjPictureSize};
@@ -144,12 +162,16 @@ class FormOBJ : public Form {
   ListBox ListGroupsSave{this, "ListGroupsSave", true};
   ListBox ListMaterialsSave{this, "ListMaterialsSave", true};
   ListBox ListHotKeys{this, "ListHotKeys"};
+  // One colour value for each click on the mesh in lop mode.
+  ListBox ListLop{this, "ListLop"};
   ColourList RichTextBoxGroups{this, "RichTextBoxGroups"};
   ColourList RichTextBoxMaterials{this, "RichTextBoxMaterials"};
 
   TextBox TextGrpRename{this, "TextGrpRename"};
   TextBox TextMatRename{this, "TextMatRename"};
   TextBox TextNotes{this, "TextNotes", true};
+  TextBox TextMapSize{this, "TextMapSize"};
+  TextBox TextMapSizeSec{this, "TextMapSizeSec"};
 
   // Turns the live view one step per tick while the rotation runs.
   Timer TimerRotate{this, "TimerRotate", 16};

@@ -74,6 +74,8 @@ class Opening : public Form {
   MenuItem MenuMakeMTL{this, "MenuMakeMTL", "MTL File Creator"};
   MenuItem MenuPZ3AVI{this, "MenuPZ3AVI", "Create AVI Background File"};
   MenuItem MenuP3P4Cam{this, "MenuP3P4Cam", "P3 to P4 Camera Convertor"};
+  MenuItem MenuPhi{this, "MenuPhi", "Create Phi File"};
+  MenuItem MenuViewPhi{this, "MenuViewPhi", "View Phi File"};
   MenuItem MenuHelp{this, "MenuHelp", "&Help"};
   MenuItem MenuAbout{this, "MenuAbout", "&About Tolvane"};
 

@@ -126,3 +126,38 @@ std::unique_ptr<PicturePainter> softwarePainter(Raster& raster) {
 }
 
 }  // namespace tolvane::ui
+
+namespace tolvane::ui {
+
+std::string bitmapBytes(const Raster& raster, int width, int height) {
+  if (width <= 0 || height <= 0 || raster.width() <= 0 || raster.height() <= 0) return {};
+  std::size_t row = (static_cast<std::size_t>(width) * 3 + 3) & ~std::size_t{3};
+  std::size_t pixels = row * static_cast<std::size_t>(height);
+  std::string out(54 + pixels, '\0');
+  auto put32 = [&out](std::size_t at, std::uint32_t v) {
+    for (int i = 0; i < 4; ++i) out[at + i] = static_cast<char>((v >> (8 * i)) & 0xFF);
+  };
+  out[0] = 'B';
+  out[1] = 'M';
+  put32(2, static_cast<std::uint32_t>(out.size()));
+  put32(10, 54);
+  put32(14, 40);
+  put32(18, static_cast<std::uint32_t>(width));
+  put32(22, static_cast<std::uint32_t>(height));
+  out[26] = 1;
+  out[28] = 24;
+  put32(34, static_cast<std::uint32_t>(pixels));
+  for (int y = 0; y < height; ++y) {
+    int sy = static_cast<int>(static_cast<long long>(height - 1 - y) * raster.height() / height);
+    char* line = out.data() + 54 + row * static_cast<std::size_t>(y);
+    for (int x = 0; x < width; ++x) {
+      std::uint32_t p = raster.pixel(static_cast<int>(static_cast<long long>(x) * raster.width() / width), sy);
+      line[3 * x] = static_cast<char>(p & 0xFF);
+      line[3 * x + 1] = static_cast<char>((p >> 8) & 0xFF);
+      line[3 * x + 2] = static_cast<char>((p >> 16) & 0xFF);
+    }
+  }
+  return out;
+}
+
+}  // namespace tolvane::ui

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "ui/controls.h"
@@ -61,5 +62,9 @@ class PicturePainter {
 // Draws into a raster with integer arithmetic: even-odd scan-line fill at pixel centres
 // and Bresenham outlines.
 std::unique_ptr<PicturePainter> softwarePainter(Raster& raster);
+
+// A 24-bit BMP file of `raster` stretched (nearest pixel) to width x height; a size of
+// 0 or below gives an empty string.
+std::string bitmapBytes(const Raster& raster, int width, int height);
 
 }  // namespace tolvane::ui

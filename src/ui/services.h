@@ -74,6 +74,14 @@ class Services {
   // The painter that draws into a picture's pixels: the software painter, unless the
   // front end paints with its own engine.
   virtual std::unique_ptr<PicturePainter> painter(Raster& raster) { return softwarePainter(raster); }
+  // The bytes of a bitmap (BMP) file of the picture drawn stretched to width x height:
+  // the software stretch unless the front end has its own image writer.
+  virtual std::string encodeBitmap(const Raster& raster, int width, int height) {
+    return bitmapBytes(raster, width, height);
+  }
+  // Draws the picture file stretched over the raster; false when it cannot be read.
+  // Without an image reader nothing is drawn.
+  virtual bool loadPicture(const std::filesystem::path&, Raster&) { return false; }
 };
 
 // Shorthand for a message box.

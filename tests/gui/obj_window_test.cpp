@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <QMouseEvent>
 #include <QRadioButton>
 #include <QTest>
 
@@ -124,6 +125,64 @@ class ObjWindowTest : public QObject {
     QTest::keyClick(s.window, Qt::Key_Slash);
     QCOMPARE(s.form().speed, std::int16_t(2));
     QCOMPARE(s.form().zoom, 1.9f);
+  }
+
+  // Lop mode on, a click on a group's colour and a box dragged on the front picture.
+  void lopperRemovesAClickedGroupAndABoxedFace() {
+    Session s;
+    s.load();
+    ui::FormOBJ& f = s.form();
+    auto faces = [](const std::string& text) {
+      int n = 0;
+      for (std::size_t at = text.find("\nf "); at != std::string::npos; at = text.find("\nf ", at + 1)) ++n;
+      return n;
+    };
+    int before = faces(tolvane::test::readFile(s.obj));
+    QWidget* lop = s.window->findChild<QWidget*>("PictureLop");
+    QVERIFY(lop != nullptr && lop->isVisible());
+    gui::PictureView* front = s.window->pictureView("PictureStore");
+    QVERIFY(front->isVisible());
+
+    // A box in the middle of the figure.
+    QTest::mouseClick(lop, Qt::LeftButton);
+    QCOMPARE(f.lopMode, std::int16_t(-1));
+    std::string boxed = (s.f.program.files() / "boxed.obj").string();
+    s.f.program.services.expect("Alert!", "Do you want to remove the mesh in this box?", ui::Answer::Yes);
+    s.f.program.services.dialog(boxed);
+    QPoint centre(front->width() / 2, front->height() / 2);
+    QTest::mousePress(front, Qt::LeftButton, {}, centre - QPoint(20, 20));
+    QMouseEvent move(QEvent::MouseMove, QPointF(centre + QPoint(20, 20)), QPointF(front->mapToGlobal(centre)),
+                     Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(front, &move);
+    QTest::mouseRelease(front, Qt::LeftButton, {}, centre + QPoint(20, 20));
+    QApplication::processEvents();
+    int afterBox = faces(tolvane::test::readFile(boxed));
+    QVERIFY(afterBox > 0);
+    QVERIFY(afterBox < before);
+
+    // A click on a point in a group's colour, then lop mode off.
+    const ui::Raster& r = f.PictureStore.raster();
+    QPoint hit(-1, -1);
+    for (int y = 0; y < r.height() && hit.x() < 0; ++y)
+      for (int x = 0; x < r.width(); ++x) {
+        std::uint32_t p = r.pixel(x, y) & 0xFFFFFF;
+        if (p != 0xFFFFFF && p != 0 && x > 0 && r.pixel(x - 1, y) == r.pixel(x, y)) {
+          hit = QPoint(x, y);
+          break;
+        }
+      }
+    QVERIFY(hit.x() >= 0);
+    QTest::mouseClick(front, Qt::LeftButton, {}, hit);
+    QApplication::processEvents();
+    QCOMPARE(f.ListLop.listCount(), 1);
+    std::string clicked = (s.f.program.files() / "clicked.obj").string();
+    s.f.program.services.dialog(clicked);
+    QTest::mouseClick(lop, Qt::LeftButton);
+    QApplication::processEvents();
+    QCOMPARE(f.lopMode, std::int16_t(0));
+    int afterClick = faces(tolvane::test::readFile(clicked));
+    QVERIFY(afterClick < before);
+    QCOMPARE(s.f.program.services.pending(), std::size_t(0));
   }
 
   void closingRewritesThePendingRename() {

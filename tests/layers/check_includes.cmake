@@ -6,7 +6,7 @@ set(base text)
 set(forms ${base} ui)
 set(prog ${forms} program)
 set(work ${prog} workspace)
-set(tools morph editor obj erc library install utilities)
+set(tools morph editor obj erc library install utilities phi)
 
 set(allowed_text "")
 set(allowed_ui ${base})
