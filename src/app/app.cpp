@@ -2,10 +2,12 @@
 
 #include "editor/editor_events.h"
 #include "editor/editor_handover.h"
+#include "install/install_events.h"
 #include "library/library_events.h"
 #include "morph/morph_events.h"
 #include "obj/obj_events.h"
 #include "program/program.h"
+#include "utilities/utilities_events.h"
 #include "workspace/workspace_events.h"
 
 namespace tolvane::app {
@@ -19,6 +21,8 @@ const EventTable& eventTable() {
     registerEditorEvents(t);
     registerLibraryEvents(t);
     registerObjEvents(t);
+    registerInstallEvents(t);
+    registerUtilitiesEvents(t);
     return t;
   }();
   return table;

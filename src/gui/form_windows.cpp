@@ -11,6 +11,7 @@
 #include "gui/editor_window.h"
 #include "gui/obj_window.h"
 #include "gui/qt_text.h"
+#include "gui/tool_windows.h"
 #include "program/program.h"
 
 namespace tolvane::gui {
@@ -62,6 +63,7 @@ void registerBuiltInFormWindows() {
   if (formWindowFactory("FormNotes") == nullptr) registerFormWindow("FormNotes", makeNotesWindow);
   if (formWindowFactory("FormEditor") == nullptr) registerEditorWindow();
   if (formWindowFactory("FormOBJ") == nullptr) registerObjWindow();
+  registerToolWindows();
 }
 
 FormWindow::FormWindow(FormBinding& binding, QWidget* mainWindow)

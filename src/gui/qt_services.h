@@ -52,6 +52,7 @@ class QtServices : public ui::Services {
   QPointer<QWidget> m_window;
   bool m_busy = false;
   int m_httpTimeoutMs = 10000;
+  static constexpr qint64 kHttpLargestBody = 1 << 20;
 };
 
 }  // namespace tolvane::gui

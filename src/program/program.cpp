@@ -15,6 +15,9 @@ Program::Program(ui::Services& services_, ui::Settings& settings_, ProgramOption
   addForm(&formNotes);
   addForm(&formEditor);
   addForm(&formOBJ);
+  for (ui::Form* f : std::initializer_list<ui::Form*>{&formCR2Install, &renamer, &formRenumber, &formViewer,
+                                                      &magnifier, &formScale, &formLaunch})
+    addForm(f);
 }
 
 const EventTable& Program::events() const {

@@ -11,7 +11,9 @@
 #include "program/events.h"
 #include "text/run_time_random.h"
 #include "ui/form_editor.h"
+#include "ui/form_install.h"
 #include "ui/form_obj.h"
+#include "ui/form_utilities.h"
 #include "ui/opening.h"
 #include "ui/services.h"
 #include "ui/settings.h"
@@ -56,6 +58,14 @@ class Program {
   ui::FormOBJ formOBJ;
   // The run-time's random numbers, one sequence for the whole program.
   text::RunTimeRandom random;
+  // The installer's folder form and the small utilities' forms.
+  ui::FormCR2Install formCR2Install;
+  ui::Renamer renamer;
+  ui::FormRenumber formRenumber;
+  ui::FormViewer formViewer;
+  ui::Magnifier magnifier;
+  ui::FormScale formScale;
+  ui::FormLaunch formLaunch;
 
   // Every form by its name ("Opening", "FormNotes", ...); nullptr for an unknown name.
   ui::Form* form(const std::string& name) const;
