@@ -5,6 +5,7 @@
 #include "install/install_events.h"
 #include "library/library_events.h"
 #include "morph/morph_events.h"
+#include "obj/geometry_export_events.h"
 #include "obj/obj_events.h"
 #include "program/program.h"
 #include "utilities/utilities_events.h"
@@ -21,6 +22,7 @@ const EventTable& eventTable() {
     registerEditorEvents(t);
     registerLibraryEvents(t);
     registerObjEvents(t);
+    registerGeometryExportEvents(t);
     registerInstallEvents(t);
     registerUtilitiesEvents(t);
     return t;

@@ -207,8 +207,8 @@ class ViewerWindow : public FormWindow {
     QPixmap pixmap(fromPathText(f.MapFileName));
     m_picture->setPixmap(pixmap);
     m_picture->resize(pixmap.size());
-    QSize screen = screen() ? screen()->availableSize() : QSize(1024, 768);
-    resize(std::min(pixmap.width() + 40, screen.width() - 40), std::min(pixmap.height() + 40, screen.height() - 80));
+    QSize room = screen() ? screen()->availableSize() : QSize(1024, 768);
+    resize(std::min(pixmap.width() + 40, room.width() - 40), std::min(pixmap.height() + 40, room.height() - 80));
   }
   QScrollArea* m_area;
   QLabel* m_picture;

@@ -16,7 +16,7 @@ Program::Program(ui::Services& services_, ui::Settings& settings_, ProgramOption
   addForm(&formEditor);
   addForm(&formOBJ);
   for (ui::Form* f : std::initializer_list<ui::Form*>{&formCR2Install, &renamer, &formRenumber, &formViewer,
-                                                      &magnifier, &formScale, &formLaunch})
+                                                      &magnifier, &formScale, &formLaunch, &formMatCoord})
     addForm(f);
 }
 

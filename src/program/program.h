@@ -12,6 +12,7 @@
 #include "text/run_time_random.h"
 #include "ui/form_editor.h"
 #include "ui/form_install.h"
+#include "ui/form_mat_coord.h"
 #include "ui/form_obj.h"
 #include "ui/form_utilities.h"
 #include "ui/opening.h"
@@ -66,6 +67,7 @@ class Program {
   ui::Magnifier magnifier;
   ui::FormScale formScale;
   ui::FormLaunch formLaunch;
+  ui::FormMatCoord formMatCoord;
 
   // Every form by its name ("Opening", "FormNotes", ...); nullptr for an unknown name.
   ui::Form* form(const std::string& name) const;

@@ -179,6 +179,12 @@ class Opening : public Form {
   MenuItem MenuMagnifier{this, "MenuMagnifier", "Magnifier"};
   MenuItem MenuGraphPaper{this, "MenuGraphPaper", "Graph Paper"};
   MenuItem MenuLauncher{this, "MenuLauncher", "Launcher"};
+  MenuItem MenuCoordMat{this, "MenuCoordMat", "Coordinate Materials with OBJ"};
+  MenuItem menuNewCR2ExtOBJ{this, "menuNewCR2ExtOBJ", "New CR2 with External OBJ"};
+  ListBox ListOBJExtract{this, "ListOBJExtract", true};
+  Frame FrameExtractObj{this, "FrameExtractObj"};
+  OptionButton OptionSepObjFiles{this, "OptionSepObjFiles", &FrameExtractObj};
+  OptionButton OptionOneObjFile{this, "OptionOneObjFile", &FrameExtractObj};
   ListBox ListboxListCR2Files{this, "ListboxListCR2Files"};
   Picture PicturePrintCR2Files{this, "PicturePrintCR2Files"};
   Picture PictureInstallCR2{this, "PictureInstallCR2"};

@@ -7,6 +7,7 @@
 #include <QTest>
 #include <QThread>
 
+#include "app/app.h"
 #include "gui/form_windows.h"
 #include "gui/qt_services.h"
 #include "gui_test_support.h"
@@ -98,7 +99,7 @@ void ToolWindowsTest::versionCheckOverLoopback() {
 }
 
 void ToolWindowsTest::toolFormsGetTheirWindows() {
-  test::WindowFixture f(true);
+  gui::test::WindowFixture f(true);
   f.program.settings.save(kAppName, "Startup", "PLoc", f.program.files().string() + "/");
   const std::pair<const char*, const char*> menus[] = {{"menuDialRenamer", "Renamer"},
                                                        {"menuRenumberFiles", "FormRenumber"},

@@ -4,6 +4,8 @@
 
 #include "program/events.h"
 #include "test_support.h"
+#include "text/line_writer.h"
+#include "text/scratch_file.h"
 
 namespace tolvane::test {
 namespace {

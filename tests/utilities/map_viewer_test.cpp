@@ -83,7 +83,9 @@ TEST(MapViewer, ClicksFromTheMainForm) {
     EXPECT_EQ(t.services.pending(), 0u);
     EXPECT_EQ(t->formViewer.visible(), c.shown);
     EXPECT_EQ(t->opening.OptionChannelRename.visible(), !c.shown);
-    if (c.shown) EXPECT_EQ(t->formViewer.MapFileName, files + c.mapFile);
+    if (c.shown) {
+      EXPECT_EQ(t->formViewer.MapFileName, files + c.mapFile);
+    }
     EXPECT_EQ(t->formViewer.PictureWidth, c.width);
   }
 }
