@@ -59,12 +59,12 @@ void moveIgnoringErrors(const fs::path& from, const fs::path& to) {
   text::ignoreErrors([&] { moveFile(from, to); });
 }
 
-// Changes to a folder of the running path, creating it when the change fails; a second
-// failure ends the command.
+// Changes to a folder, creating it (with the folders it needs) when the change fails; a
+// second failure ends the command.
 void changeOrCreate(Program& program, const fs::path& folder) {
   std::error_code ec;
   if (!fs::is_directory(folder, ec)) {
-    fs::create_directory(folder, ec);
+    fs::create_directories(folder, ec);
     if (!fs::is_directory(folder))
       text::raiseError(ec ? text::errorNumberFromErrno(ec.value(), true) : text::kPathNotFound, folder.string());
   }

@@ -92,6 +92,7 @@ void MapViewerClick(Program& program) {
     if (ui::msgBox(program.services, question, "Note!", ui::Buttons::YesNo) != ui::Answer::Yes) return;
     std::optional<std::string> chosen = ui::openDialog(program.services, program.currentDir);
     if (!chosen) return;
+    program.setCurrentDirFromFile(*chosen);
     map = *chosen;
     if (text::Right(map, 3) == "tif" || text::Right(map, 3) == "png") {
       ui::msgBox(program.services, "Can't display " + text::Right(map, 3) + "'s yet, sorry!", "Note!");

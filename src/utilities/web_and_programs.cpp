@@ -59,7 +59,7 @@ void CheckVersion(Program& program) {
 }
 
 void ShowHelp(Program& program) {
-  std::filesystem::path local = text::workFile(program.workDir, "\\TolvaneManual\\TolvaneWelcome.htm");
+  std::filesystem::path local = program.workDir / "TolvaneManual" / "TolvaneWelcome.htm";
   if (text::fileExists(local))
     openWithShell(program, local.string());
   else
@@ -88,7 +88,7 @@ void StartPoser(Program& program) {
 }
 
 void StartQuickboot(Program& program) {
-  std::string quickboot = text::workFile(program.workDir, "\\Quickboot.exe").string();
+  std::string quickboot = (program.workDir / "Quickboot.exe").string();
   if (!program.services.startProcess(quickboot, {}))
     ui::msgBox(program.services,
                "Quickboot could not be started: " + quickboot +

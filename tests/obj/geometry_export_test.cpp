@@ -2,6 +2,9 @@
 
 #include "obj/mat_coord.h"
 #include "obj/obj_extract.h"
+#include <cerrno>
+
+#include "fault_walk.h"
 #include "program/events.h"
 #include "test_support.h"
 
@@ -200,6 +203,46 @@ TEST_F(ExportTest, MatchingMaterialsAndOtherFiles) {
   t.services.expect("Error!", "CR2files only!");
   fire("MenuCoordMat");
   EXPECT_EQ(t.services.pending(), 0u);
+}
+
+// Every disk operation of the two writers fails in turn: the figure, the new library
+// file, the OBJ and the saved result are whole or absent, and the tool works again.
+struct Writers {
+  Writers() {
+    poser = t.dir.path() / "user" / "Poser";
+    files = t.dir.path() / "user" / "figs";
+    std::filesystem::create_directories(poser / "Runtime" / "Geometries");
+    t.settings.save(kAppName, "Startup", "PLoc", poser.string() + "/");
+    t->currentDir = files;
+  }
+  TestProgram& program() { return t; }
+  std::filesystem::path userFolder() { return t.dir.path() / "user"; }
+  TestProgram t;
+  std::filesystem::path poser, files;
+};
+
+TEST(GeometryExportFaults, WritersSurviveAFailingDisk) {
+  auto prepareProp = [](Writers& w) {
+    writeFile(w.files / "fig.cr2", crlf(kProp));
+    w.t->opening.LabelFileNameForEditor.setCaption((w.files / "fig.cr2").string());
+  };
+  auto externalObj = [](Writers& w) {
+    for (int i = 0; i < 3; ++i) w.t.services.answer(ui::Answer::OK);
+    fireEvent(*w.t, "Opening", "menuNewCR2ExtOBJ", EventKind::Click);
+  };
+  auto prepareFigure = [](Writers& w) {
+    writeFile(w.files / "fig.cr2", crlf(kFigure));
+    writeFile(w.poser / "Runtime" / "Geometries" / "fig.obj", crlf({"usemtl skin", "usemtl eyes"}));
+    w.t->opening.LabelFileNameForEditor.setCaption((w.files / "fig.cr2").string());
+  };
+  auto coordinate = [](Writers& w) {
+    w.t.services.answer(ui::Answer::OK);
+    w.t.services.answer(ui::Answer::OK);
+    w.t.services.dialog((w.files / "fig.cr2").string());
+    fireEvent(*w.t, "Opening", "MenuCoordMat", EventKind::Click);
+  };
+  walkFaults<Writers>(ENOSPC, externalObj, prepareProp);
+  walkFaults<Writers>(EIO, coordinate, prepareFigure);
 }
 
 }  // namespace

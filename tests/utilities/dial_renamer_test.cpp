@@ -143,13 +143,20 @@ TEST_F(RenamerTest, AReadOnlyFileIsOfferedForEditing) {
 }
 
 TEST_F(RenamerTest, AFailureInTheLineLoopLeavesTheFileAndTheScratch) {
-  writeFile(figure, crlf({"\tname    GetStringRes(1024,6)", "\tname    GetStringRes(1024,7)"}));
+  // More than the writer holds, so the full disk is met inside the loop.
+  std::vector<std::string> lines(100000, "\tname    GetStringRes(1024,6)");
+  writeFile(figure, crlf(lines));
   choose("fig.cr2");
   std::string before = readFile(figure);
-  text::LineWriter::failAfterBytesForTesting(0);
-  t.services.expect("Error!", "ERROR!");
-  run("LabelFriendly");
-  text::LineWriter::failAfterBytesForTesting(-1);
+  struct FullDisk {
+    FullDisk() { text::LineWriter::failAfterBytesForTesting(1000); }
+    ~FullDisk() { text::LineWriter::failAfterBytesForTesting(-1); }
+  };
+  {
+    FullDisk full;
+    t.services.expect("Error!", "ERROR!");
+    run("LabelFriendly");
+  }
   EXPECT_EQ(readFile(figure), before);
   EXPECT_TRUE(std::filesystem::exists(folder / "Dials.tmp"));
   EXPECT_EQ(t->renamer.Mode, 1);

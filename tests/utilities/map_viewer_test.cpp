@@ -13,7 +13,7 @@ using utilities::mapPathFromText;
 TEST(MapViewer, MapTextBecomesAPath) {
   const std::pair<const char*, const char*> cases[] = {
       {"\":Runtime:textures:Fig:skin.jpg\"", "/P/Runtime\\textures\\Fig\\skin.jpg"},
-      {":Runtime:textures:skin.jpg", "/P/Runtime\\textures\\skin.jpg"},
+      {":Runtime:textures:skin.jpg", "/P/\\Runtime\\textures\\skin.jpg"},  // no drive: an empty folder first
       {"Runtime:a.bmp", "/P/Runtime\\a.bmp"},
       {"/home/me/maps/skin.bmp", "/home/me/maps/skin.bmp"},
       {"NO_MAP", "NO_MAP"},
@@ -43,7 +43,7 @@ TEST(MapViewer, ClicksFromTheMainForm) {
   using A = ui::ScriptedAnswer;
   const Case cases[] = {
       {"a Poser path", "\":Runtime:textures:skin.bmp\"", "", {}, true, "Poser/Runtime\\textures\\skin.bmp", 3},
-      {"the texture list wins", "\":Runtime:textures:none.bmp\"", ":Runtime:textures:skin.bmp", {}, true,
+      {"the texture list wins", "\":Runtime:textures:none.bmp\"", "\":Runtime:textures:skin.bmp\"", {}, true,
        "Poser/Runtime\\textures\\skin.bmp", 3},
       {"a missing map", "\":Runtime:textures:none.bmp\"", "",
        {A::message("Note!", "Map not present!", ui::Answer::OK)}, true, "Poser/Runtime\\textures\\none.bmp", 0},
