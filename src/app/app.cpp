@@ -3,11 +3,14 @@
 #include "editor/editor_events.h"
 #include "editor/editor_handover.h"
 #include "erc/erc_events.h"
+#include "install/install_events.h"
 #include "library/library_events.h"
 #include "morph/morph_events.h"
+#include "obj/geometry_export_events.h"
 #include "obj/obj_events.h"
 #include "phi/phi_events.h"
 #include "program/program.h"
+#include "utilities/utilities_events.h"
 #include "workspace/workspace_events.h"
 
 namespace tolvane::app {
@@ -23,6 +26,9 @@ const EventTable& eventTable() {
     registerObjEvents(t);
     registerErcEvents(t);
     registerPhiEvents(t);
+    registerGeometryExportEvents(t);
+    registerInstallEvents(t);
+    registerUtilitiesEvents(t);
     return t;
   }();
   return table;

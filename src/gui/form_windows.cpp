@@ -14,6 +14,7 @@
 #include "gui/obj_window.h"
 #include "gui/phi_windows.h"
 #include "gui/qt_text.h"
+#include "gui/tool_windows.h"
 #include "program/program.h"
 
 namespace tolvane::gui {
@@ -68,6 +69,7 @@ void registerBuiltInFormWindows() {
   if (formWindowFactory("FormECM") == nullptr) registerErcWindows();
   registerLibraryWindows();
   if (formWindowFactory("FormPhi") == nullptr) registerPhiWindows();
+  registerToolWindows();
 }
 
 FormWindow::FormWindow(FormBinding& binding, QWidget* mainWindow)

@@ -214,10 +214,19 @@ std::optional<std::string> QtServices::httpGet(const std::string& url) {
   timer.setSingleShot(true);
   QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
   QObject::connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
+  // A text file of this kind is small: an answer that grows past the limit is no such
+  // file, and the fetch stops rather than fill the memory.
+  bool tooLarge = false;
+  QObject::connect(reply, &QNetworkReply::downloadProgress, &loop, [&](qint64 received, qint64) {
+    if (received <= kHttpLargestBody) return;
+    tooLarge = true;
+    loop.quit();
+  });
   timer.start(m_httpTimeoutMs);
   if (!reply->isFinished()) loop.exec();
   std::optional<std::string> body;
-  if (reply->isFinished() && reply->error() == QNetworkReply::NoError) body = reply->readAll().toStdString();
+  if (!tooLarge && reply->isFinished() && reply->error() == QNetworkReply::NoError)
+    body = reply->readAll().toStdString();
   reply->abort();
   reply->deleteLater();
   return body;

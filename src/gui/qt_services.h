@@ -54,6 +54,7 @@ class QtServices : public ui::Services {
   QPointer<QWidget> m_window;
   bool m_busy = false;
   int m_httpTimeoutMs = 10000;
+  static constexpr qint64 kHttpLargestBody = 1 << 20;
 };
 
 }  // namespace tolvane::gui

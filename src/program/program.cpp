@@ -23,6 +23,9 @@ Program::Program(ui::Services& services_, ui::Settings& settings_, ProgramOption
   addForm(&formPZ2Combine);
   addForm(&formPhi);
   addForm(&formTree);
+  for (ui::Form* f : std::initializer_list<ui::Form*>{&formCR2Install, &renamer, &formRenumber, &formViewer,
+                                                      &magnifier, &formScale, &formLaunch, &formMatCoord})
+    addForm(f);
 }
 
 const EventTable& Program::events() const {

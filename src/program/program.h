@@ -15,6 +15,10 @@
 #include "ui/form_library.h"
 #include "ui/form_obj.h"
 #include "ui/form_phi.h"
+#include "ui/form_install.h"
+#include "ui/form_mat_coord.h"
+#include "ui/form_obj.h"
+#include "ui/form_utilities.h"
 #include "ui/opening.h"
 #include "ui/services.h"
 #include "ui/settings.h"
@@ -67,6 +71,15 @@ class Program {
   ui::FormTree formTree;
   // The run-time's random numbers, one sequence for the whole program.
   text::RunTimeRandom random;
+  // The installer's folder form and the small utilities' forms.
+  ui::FormCR2Install formCR2Install;
+  ui::Renamer renamer;
+  ui::FormRenumber formRenumber;
+  ui::FormViewer formViewer;
+  ui::Magnifier magnifier;
+  ui::FormScale formScale;
+  ui::FormLaunch formLaunch;
+  ui::FormMatCoord formMatCoord;
 
   // Every form by its name ("Opening", "FormNotes", ...); nullptr for an unknown name.
   ui::Form* form(const std::string& name) const;

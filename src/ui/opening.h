@@ -194,6 +194,35 @@ class Opening : public Form {
   // The form's mode value: 69 while a double-click in ListActors chooses the body part
   // to transfer.
   int ToolMode = 0;
+
+  // Install and utilities: the install menu, the inventory list and its three pictures,
+  // the hidden labels the install keeps its state in, the utilities' menu lines.
+  MenuItem MenuInstallCR2{this, "MenuInstallCR2", "Install Files From CR2"};
+  MenuItem menuDialRenamer{this, "menuDialRenamer", "Dial Renamer"};
+  MenuItem menuRenumberFiles{this, "menuRenumberFiles", "Renumber File Sequence"};
+  MenuItem menuCheckVer{this, "menuCheckVer", "Check for Current Version and News"};
+  MenuItem menuWebTutorials{this, "menuWebTutorials", "Web Tutorials"};
+  MenuItem MenuHelpContents{this, "MenuHelpContents", "Tolvane Help"};
+  MenuItem MenuPoser{this, "MenuPoser", "Start Poser"};
+  MenuItem MenuQuickboot{this, "MenuQuickboot", "Quickboot"};
+  MenuItem MenuMagnifier{this, "MenuMagnifier", "Magnifier"};
+  MenuItem MenuGraphPaper{this, "MenuGraphPaper", "Graph Paper"};
+  MenuItem MenuLauncher{this, "MenuLauncher", "Launcher"};
+  MenuItem MenuCoordMat{this, "MenuCoordMat", "Coordinate Materials with OBJ"};
+  MenuItem menuNewCR2ExtOBJ{this, "menuNewCR2ExtOBJ", "New CR2 with External OBJ"};
+  ListBox ListOBJExtract{this, "ListOBJExtract", true};
+  Frame FrameExtractObj{this, "FrameExtractObj"};
+  OptionButton OptionSepObjFiles{this, "OptionSepObjFiles", &FrameExtractObj};
+  OptionButton OptionOneObjFile{this, "OptionOneObjFile", &FrameExtractObj};
+  ListBox ListboxListCR2Files{this, "ListboxListCR2Files"};
+  Picture PicturePrintCR2Files{this, "PicturePrintCR2Files"};
+  Picture PictureInstallCR2{this, "PictureInstallCR2"};
+  Picture PictureCR2InstallCancel{this, "PictureCR2InstallCancel"};
+  Label LabelRtDir{this, "LabelRtDir"};
+  Label LabelSaveObjPath{this, "LabelSaveObjPath"};
+  Label LabelCR2NameLength{this, "LabelCR2NameLength"};
+  Label LabelTexPathCR2Install{this, "LabelTexPathCR2Install"};
+  Label LabelObjPathCR2Install{this, "LabelObjPathCR2Install"};
 };
 
 // The notes file viewer ("Open Notebook").

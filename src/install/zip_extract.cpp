@@ -1,0 +1,161 @@
+#include "install/zip_extract.h"
+
+#include <archive.h>
+#include <archive_entry.h>
+
+#include <memory>
+
+#include "text/disk.h"
+#include "text/line_writer.h"
+#include "text/runtime_error.h"
+#include "text/scratch_file.h"
+
+namespace tolvane::install {
+
+namespace {
+
+using ArchivePtr = std::unique_ptr<archive, int (*)(archive*)>;
+
+ArchivePtr openZip(const std::filesystem::path& zip) {
+  ArchivePtr a(archive_read_new(), archive_read_free);
+  archive_read_support_format_zip(a.get());
+  if (archive_read_open_filename(a.get(), zip.c_str(), 1 << 16) != ARCHIVE_OK) {
+    if (!std::filesystem::exists(zip)) text::raiseError(text::kFileNotFound, zip.string());
+    return ArchivePtr(nullptr, archive_read_free);
+  }
+  return a;
+}
+
+std::string flatName(const std::string& name) {
+  std::size_t cut = name.find_last_of("/\\");
+  return cut == std::string::npos ? name : name.substr(cut + 1);
+}
+
+std::string damaged(archive* a) {
+  const char* why = archive_error_string(a);
+  return std::string("the zip file is damaged or is no zip file") + (why ? " (" + std::string(why) + ")" : "");
+}
+
+// The first pass: every entry's name, kind and stated size, before a byte is written.
+std::string checkEntries(const std::filesystem::path& zip, const ZipLimits& limits) {
+  ArchivePtr a = openZip(zip);
+  if (!a) return "the zip file is damaged or is no zip file";
+  archive_entry* entry = nullptr;
+  for (;;) {
+    int r = archive_read_next_header(a.get(), &entry);
+    if (r == ARCHIVE_EOF) return {};
+    if (r < ARCHIVE_WARN) return damaged(a.get());
+    std::string name = archive_entry_pathname(entry) ? archive_entry_pathname(entry) : "";
+    std::string why = unsafeEntryName(name);
+    if (why.empty() && (archive_entry_filetype(entry) == AE_IFLNK || archive_entry_hardlink(entry) != nullptr))
+      why = "is a link";
+    if (why.empty() && archive_entry_is_encrypted(entry)) why = "is encrypted";
+    if (why.empty() && archive_entry_size_is_set(entry) &&
+        static_cast<std::uint64_t>(archive_entry_size(entry)) > limits.maxEntryBytes)
+      why = "would unpack to more than " + std::to_string(limits.maxEntryBytes >> 20) + " MB";
+    if (!why.empty()) return "the entry \"" + name + "\" " + why;
+    archive_read_data_skip(a.get());
+  }
+}
+
+// Writes one entry under a hidden name beside its place and gives it its name when
+// whole; returns a refusal when the entry turns out to be a bomb.
+std::string writeEntry(archive* a, const std::string& name, const std::filesystem::path& target,
+                       const ZipLimits& limits) {
+  std::filesystem::path scratch = target.parent_path() / ("." + target.filename().string() + ".tolvane-unzip");
+  text::deleteIgnoringErrors(scratch);
+  std::uint64_t packedStart = static_cast<std::uint64_t>(archive_filter_bytes(a, -1));
+  std::uint64_t written = 0;
+  try {
+    text::LineWriter out(scratch, text::LineWriter::Mode::Output);
+    const void* block = nullptr;
+    size_t size = 0;
+    la_int64_t offset = 0;
+    for (;;) {
+      int r = archive_read_data_block(a, &block, &size, &offset);
+      if (r == ARCHIVE_EOF) break;
+      if (r < ARCHIVE_WARN) {
+        out.close();
+        text::deleteIgnoringErrors(scratch);
+        return damaged(a);
+      }
+      written += size;
+      std::uint64_t packed = static_cast<std::uint64_t>(archive_filter_bytes(a, -1)) - packedStart;
+      if (written > limits.maxEntryBytes ||
+          (written > limits.ratioFloor && written > limits.maxRatio * std::max<std::uint64_t>(packed, 1))) {
+        out.close();
+        text::deleteIgnoringErrors(scratch);
+        return "the entry \"" + name + "\" unpacks to far more than it holds (a zip bomb)";
+      }
+      out.write(std::string_view(static_cast<const char*>(block), size));
+    }
+    out.close();
+    if (text::disk::rename(scratch, target) != 0)
+      text::raiseError(text::errorNumberFromErrno(errno, true), target.string());
+  } catch (...) {
+    text::deleteIgnoringErrors(scratch);
+    throw;
+  }
+  return {};
+}
+
+}  // namespace
+
+std::string unsafeEntryName(const std::string& name) {
+  if (name.empty()) return "has no name";
+  if (name[0] == '/' || name[0] == '\\' || (name.size() > 1 && name[1] == ':'))
+    return "has an absolute path";
+  std::size_t start = 0;
+  while (start <= name.size()) {
+    std::size_t end = name.find_first_of("/\\", start);
+    if (end == std::string::npos) end = name.size();
+    if (name.compare(start, end - start, "..") == 0) return "leads out of the install folder";
+    start = end + 1;
+  }
+  return {};
+}
+
+ZipResult extractFlat(const std::filesystem::path& zip, const std::filesystem::path& folder,
+                      const ZipLimits& limits) {
+  ZipResult result;
+  result.refusal = checkEntries(zip, limits);
+  if (!result.refusal.empty()) return result;
+  ArchivePtr a = openZip(zip);
+  if (!a) {
+    result.refusal = "the zip file is damaged or is no zip file";
+    return result;
+  }
+  // Only files this job created go again; one that replaced a file of the same name
+  // cannot give the old one back, so the check pass is what keeps a refusal harmless.
+  std::vector<std::string> created;
+  auto undo = [&result, &created, &folder] {
+    for (const auto& f : created) text::deleteIgnoringErrors(folder / f);
+    result.files.clear();
+  };
+  try {
+    archive_entry* entry = nullptr;
+    for (;;) {
+      int r = archive_read_next_header(a.get(), &entry);
+      if (r == ARCHIVE_EOF) break;
+      if (r < ARCHIVE_WARN) {
+        result.refusal = damaged(a.get());
+        break;
+      }
+      std::string name = archive_entry_pathname(entry);
+      std::string flat = flatName(name);
+      if (archive_entry_filetype(entry) == AE_IFDIR || flat.empty() || flat == "." || flat == "..") continue;
+      bool existed = text::fileExists(folder / flat);
+      result.refusal = writeEntry(a.get(), name, folder / flat, limits);
+      if (!result.refusal.empty()) break;
+      result.files.push_back(flat);
+      if (!existed) created.push_back(flat);
+    }
+  } catch (...) {
+    undo();
+    throw;
+  }
+  if (!result.refusal.empty()) undo();
+  return result;
+}
+
+}  // namespace tolvane::install

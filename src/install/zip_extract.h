@@ -1,0 +1,39 @@
+// Unpacks a downloaded figure's zip into the install folder, flat: every file lands in
+// that folder under its bare name, whatever folders the zip gave it. Before anything is
+// written the whole zip is checked, and it is refused when an entry would leave the
+// folder (a "../" part, an absolute path, a symbolic or hard link), is encrypted, or says
+// it expands past the size limit; while unpacking, an entry that grows past the limit or
+// far past its packed size (a zip bomb) stops the job. A refused or failed job removes
+// what it had written, so the folder is left as it was.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace tolvane::install {
+
+struct ZipLimits {
+  std::uint64_t maxEntryBytes = std::uint64_t{4} << 30;  // 4 GB
+  std::uint64_t maxRatio = 1000;                         // unpacked to packed
+  std::uint64_t ratioFloor = std::uint64_t{1} << 20;     // the ratio counts above 1 MB
+};
+
+struct ZipResult {
+  // Empty when the zip was unpacked; else why it was refused, in the user's words.
+  std::string refusal;
+  // The files written, in the zip's order.
+  std::vector<std::string> files;
+};
+
+// Unpacks `zip` into `folder`. A refusal comes back in the result with nothing written;
+// a failure of the disk (full, read-only) is a run-time error, thrown after the files of
+// this job are removed again.
+ZipResult extractFlat(const std::filesystem::path& zip, const std::filesystem::path& folder,
+                      const ZipLimits& limits = {});
+
+// Why an entry name is refused, or empty when it stays inside the folder.
+std::string unsafeEntryName(const std::string& name);
+
+}  // namespace tolvane::install
