@@ -1,5 +1,7 @@
 #include "program/program.h"
 
+#include "text/gzip_file.h"
+
 #include "text/figure_text.h"
 
 namespace tolvane {
@@ -15,6 +17,8 @@ Program::Program(ui::Services& services_, ui::Settings& settings_, ProgramOption
   addForm(&formNotes);
   addForm(&formEditor);
   addForm(&formOBJ);
+  // Compressed figures are unpacked beside the other scratch files.
+  text::gzip::setUnpackFolder(workDir);
 }
 
 const EventTable& Program::events() const {
