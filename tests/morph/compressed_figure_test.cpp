@@ -3,6 +3,9 @@
 // tool makes of the plain figure.
 #include <gtest/gtest.h>
 
+#include <cerrno>
+
+#include "fault_walk.h"
 #include "morph_fixture.h"
 
 namespace tolvane::test {
@@ -109,6 +112,28 @@ TEST_P(CompressedFigure, AToolWritesItBackPackedUnderItsOwnName) {
       EXPECT_EQ(packed.services.messages()[i].title, plain.services.messages()[i].title);
     // Nothing else beside the figures.
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(packed.tp.files()), {}), 2);
+  }
+}
+
+// The packing step is walked like every other writer: a failure at any disk operation
+// leaves the packed figure as it was or as the clean run packed it, with nothing beside.
+struct PackedBench : Bench {
+  PackedBench() : Bench("dest.crz", "source.crz", true) {}
+  TestProgram& program() { return tp; }
+  std::filesystem::path userFolder() { return tp.files(); }
+};
+
+TEST(CompressedFigureFaults, APackedRewriteStaysWholeWhateverOperationFails) {
+  for (int error : {ENOSPC, EIO}) {
+    SCOPED_TRACE("errno " + std::to_string(error));
+    walkFaults<PackedBench>(
+        error,
+        [](PackedBench& b) {
+          b.viewChannels("neck");
+          b.selectChannels({"\tSquare"});
+          b.rename(false, "Boxy");
+        },
+        [](PackedBench& b) { b.openDestination(b.dest); });
   }
 }
 
