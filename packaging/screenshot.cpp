@@ -23,7 +23,8 @@ int main(int argc, char** argv) {
   QApplication::setOrganizationName(tolvane::kAppName);
   tolvane::gui::QtServices services;
   tolvane::gui::QtSettings settings;
-  tolvane::Program program(services, settings, tolvane::gui::programOptions({QString::fromLocal8Bit(argv[2])}));
+  tolvane::Program program(services, settings,
+                           tolvane::gui::programOptions({QString::fromLocal8Bit(argv[2])}));
   tolvane::app::wire(program);
   tolvane::gui::MainWindow window(program);
   services.setWindow(&window);

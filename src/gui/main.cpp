@@ -25,8 +25,7 @@ int main(int argc, char** argv) {
 
   tolvane::gui::QtServices services;
   tolvane::gui::QtSettings settings;
-  tolvane::Program program(services, settings,
-                           tolvane::gui::programOptions(line.files));
+  tolvane::Program program(services, settings, tolvane::gui::programOptions(line.files));
   tolvane::app::wire(program);
   tolvane::gui::MainWindow window(program);
   services.setWindow(&window);

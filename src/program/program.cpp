@@ -1,8 +1,7 @@
 #include "program/program.h"
 
-#include "text/gzip_file.h"
-
 #include "text/figure_text.h"
+#include "text/gzip_file.h"
 
 namespace tolvane {
 

@@ -52,17 +52,19 @@ Identity identityOf(const struct stat& st) {
 }
 
 [[noreturn]] void raiseDamaged(const std::filesystem::path& shownAs) {
-  throw RuntimeError(kDeviceIOError,
-                     "This file is compressed (gzip), but its compressed stream is damaged or cut short, so it "
-                     "cannot be read. The file is left as it was.",
-                     shownAs.string());
+  throw RuntimeError(
+      kDeviceIOError,
+      "This file is compressed (gzip), but its compressed stream is damaged or cut short, so it "
+      "cannot be read. The file is left as it was.",
+      shownAs.string());
 }
 
 [[noreturn]] void raiseTooLarge(const std::filesystem::path& shownAs) {
-  throw RuntimeError(kOutOfMemory,
-                     "This file is compressed (gzip) and unpacks to more than 4 GB or more than a thousand times "
-                     "its own size, which no figure does. The file is left as it was.",
-                     shownAs.string());
+  throw RuntimeError(
+      kOutOfMemory,
+      "This file is compressed (gzip) and unpacks to more than 4 GB or more than a thousand times "
+      "its own size, which no figure does. The file is left as it was.",
+      shownAs.string());
 }
 
 struct Descriptor {

@@ -110,7 +110,8 @@ bool sameFileSystem(const std::filesystem::path& a, const std::filesystem::path&
   return sa.st_dev == sb.st_dev;
 }
 
-void moveScratchInto(const std::filesystem::path& scratch, const std::filesystem::path& target, bool replace) {
+void moveScratchInto(const std::filesystem::path& scratch, const std::filesystem::path& target,
+                     bool replace) {
   if (!fileExists(scratch)) raiseError(kFileNotFound, scratch.string());
   std::filesystem::path folder = folderOf(target);
   std::error_code ec;

@@ -1,13 +1,13 @@
 // Compressed figures at the lowest layer: a reader sees the text a gzip file holds, a
 // damaged or oversized stream is refused with a text that says so, and the last move
 // of a rewrite packs the new text when the file it replaces is packed.
-#include <gtest/gtest.h>
+#include "text/gzip_file.h"
 
+#include <gtest/gtest.h>
 #include <unistd.h>
 
 #include "test_files.h"
 #include "text/figure_text.h"
-#include "text/gzip_file.h"
 #include "text/line_reader.h"
 #include "text/read_only_file.h"
 #include "text/runtime_error.h"
@@ -16,7 +16,8 @@
 namespace tolvane::test {
 namespace {
 
-const std::string kText = crlf({"{", "version", "\t{", "\tnumber 4.01", "\t}", "actor hip:1", "\t{", "\t}", "}"});
+const std::string kText =
+    crlf({"{", "version", "\t{", "\tnumber 4.01", "\t}", "actor hip:1", "\t{", "\t}", "}"});
 
 std::string readAll(const std::filesystem::path& path) {
   text::ReadOnlyFile in(path);
@@ -103,9 +104,12 @@ TEST(GzipFile, TheLastMovePacksWhatReplacesAPackedFile) {
     bool packed;
   };
   const Case cases[] = {
-      {"fig.crz", gzipBytes(kText), true},  {"fig.cr2", gzipBytes(kText), true},
-      {"fig.crz", kText, false},            {"new.P2Z", "", true},
-      {"new.hrz", "", true},                {"new.cr2", "", false},
+      {"fig.crz", gzipBytes(kText), true},
+      {"fig.cr2", gzipBytes(kText), true},
+      {"fig.crz", kText, false},
+      {"new.P2Z", "", true},
+      {"new.hrz", "", true},
+      {"new.cr2", "", false},
       {"fig.cr2", kText, false},
   };
   const std::string changed = crlf({"{", "version", "\t{", "\tnumber 6", "\t}", "}"});

@@ -17,8 +17,8 @@ struct Page {
 };
 
 Page pageOf(ui::Opening& f) {
-  return {f.ListActors.items(), f.ListChannels.items(),   f.ListMaterials.items(),
-          f.ListPropObj.items(), f.TextMainOBJ.text(), f.TextMainTex.text()};
+  return {f.ListActors.items(),  f.ListChannels.items(), f.ListMaterials.items(),
+          f.ListPropObj.items(), f.TextMainOBJ.text(),   f.TextMainTex.text()};
 }
 
 std::filesystem::path place(WorkspaceFixture& w, const std::string& name, const std::string& bytes) {
@@ -48,8 +48,9 @@ TEST(CompressedOpen, SaveWritesThePathsBackPacked) {
   WorkspaceFixture w;
   std::filesystem::path file = place(w, "figure.crz", gzipBytes(readFile(kSave / "figure.cr2")));
   ui::Opening& f = w.open(file, {kMoreThanOneMap});
-  for (auto [box, text] : {std::pair{&f.TextMainOBJ, "Runtime\\Geometries\\Tolv\\new.obj"},
-                           std::pair{&f.TextMainBump, "C:\\tex\\b.jpg"}, std::pair{&f.TextMainTex, "Default P4 Map"}}) {
+  for (auto [box, text] :
+       {std::pair{&f.TextMainOBJ, "Runtime\\Geometries\\Tolv\\new.obj"},
+        std::pair{&f.TextMainBump, "C:\\tex\\b.jpg"}, std::pair{&f.TextMainTex, "Default P4 Map"}}) {
     box->setText(text);
     ASSERT_TRUE(fireEvent(*w.t, "Opening", box->name(), EventKind::DblClick));
   }
@@ -85,8 +86,10 @@ TEST(CompressedOpen, BadStreamsAreReportedAndLeaveTheFile) {
     const char* report;  // the start of the run-time error report; empty: it opens
   };
   const Case cases[] = {
-      {"cut short", packed.substr(0, packed.size() - 40), "Run-time error '57':\r\n\r\nThis file is compressed (gzip), but"},
-      {"bomb", gzipBytes(std::string(std::size_t{16} << 20, ' ')), "Run-time error '7':\r\n\r\nThis file is compressed"},
+      {"cut short", packed.substr(0, packed.size() - 40),
+       "Run-time error '57':\r\n\r\nThis file is compressed (gzip), but"},
+      {"bomb", gzipBytes(std::string(std::size_t{16} << 20, ' ')),
+       "Run-time error '7':\r\n\r\nThis file is compressed"},
       {"not gzip", std::string("\x1f\x8b\x08\x00 no deflate here", 20), "Run-time error '57':"},
       {"plain under the name", readFile(kSave / "figure.cr2"), ""},
   };
