@@ -6,9 +6,12 @@ set -euo pipefail
 PACKAGES=(
   qt6-base-dev libqt6opengl6-dev libgl-dev libgl1-mesa-dri libglx-mesa0
   xvfb xauth fonts-dejavu-core
-  libarchive-dev libzip-dev libpng-dev pkg-config
+  libarchive-dev libzip-dev libpng-dev zlib1g-dev pkg-config
   libgtest-dev googletest libbenchmark-dev
   ccache cmake ninja-build g++
+  # The Debian package and the checks of the desktop files: dpkg-shlibdeps and file for
+  # CPack, the validators of the desktop entry, file types and AppStream data, lintian.
+  dpkg-dev file desktop-file-utils shared-mime-info appstream lintian
   # clang with its runtimes (libFuzzer and the sanitizers) for the fuzz targets, scripts/fuzz.sh
   clang libclang-rt-dev
 )

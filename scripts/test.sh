@@ -29,6 +29,10 @@ fi
 echo "== tests =="
 run_ctest "$BUILD"
 
+echo "== the installed program and its Debian package =="
+DEB="$("$ROOT/scripts/package.sh" "$BUILD")"
+"$ROOT/scripts/check-install.sh" "$BUILD" "$DEB"
+
 if [ "${CI:-}" = "true" ] && [ "${TOLVANE_FUZZ_SECONDS:-4}" != "0" ]; then
   echo "== a short run of every fuzz target =="
   rc=0

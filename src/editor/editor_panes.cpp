@@ -8,6 +8,8 @@
 #include <cerrno>
 
 #include "text/figure_text.h"
+#include "text/gzip_file.h"
+#include "text/read_only_file.h"
 #include "workspace/line_ending_repair.h"
 #include "text/run_time_number.h"
 #include "text/runtime_error.h"
@@ -55,6 +57,14 @@ namespace {
 // One read of the whole file into one string: the pane holds the text in memory anyway.
 std::string readWholeFile(const std::string& path) {
   std::filesystem::path native = text::nativePath(path);
+  if (text::gzip::isPacked(native)) {
+    // A compressed figure: the pane holds the text it unpacks to.
+    text::ReadOnlyFile in(native);
+    checkPaneCanHold(path, in.length());
+    std::string bytes(static_cast<std::size_t>(in.length()), '\0');
+    bytes.resize(in.readAt(0, bytes.data(), bytes.size()));
+    return bytes;
+  }
   int fd = ::open(native.c_str(), O_RDONLY | O_CLOEXEC);
   if (fd < 0)
     text::raiseError(errno == ENOENT ? text::kFileNotFound : text::errorNumberFromErrno(errno, false), path);

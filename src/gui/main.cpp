@@ -1,22 +1,31 @@
 // Tolvane, the desktop program: the main window over the program state.
 #include <QApplication>
+#include <cstdio>
 
 #include "app/app.h"
 #include "gui/app_setup.h"
+#include "gui/command_line.h"
 #include "gui/main_window.h"
 #include "gui/qt_services.h"
 #include "gui/qt_settings.h"
 #include "program/program.h"
 
 int main(int argc, char** argv) {
+  QStringList arguments;
+  for (int i = 0; i < argc; ++i) arguments << QString::fromLocal8Bit(argv[i]);
+  const tolvane::gui::CommandLine line = tolvane::gui::parseCommandLine(arguments);
+  if (line.action != tolvane::gui::CommandLine::Action::Run) {
+    bool error = line.action == tolvane::gui::CommandLine::Action::Error;
+    std::fputs(line.output.c_str(), error ? stderr : stdout);
+    return error ? 2 : 0;
+  }
   QApplication app(argc, argv);
   QApplication::setApplicationName(tolvane::kAppName);
   QApplication::setOrganizationName(tolvane::kAppName);
 
   tolvane::gui::QtServices services;
   tolvane::gui::QtSettings settings;
-  tolvane::Program program(services, settings,
-                           tolvane::gui::programOptions(QApplication::arguments().mid(1)));
+  tolvane::Program program(services, settings, tolvane::gui::programOptions(line.files));
   tolvane::app::wire(program);
   tolvane::gui::MainWindow window(program);
   services.setWindow(&window);

@@ -20,6 +20,7 @@
 #include <QThread>
 #include <QTimer>
 
+#include "program/data_folder.h"
 #include "gui/qt_painter.h"
 #include "gui/qt_text.h"
 #include "gui/tile_close.h"
@@ -238,7 +239,8 @@ void QtServices::tileClose() {
 
 std::filesystem::path QtServices::systemFolder() {
   QString folder = qEnvironmentVariable("TOLVANE_SYSTEMDIR");
-  if (folder.isEmpty()) folder = QCoreApplication::applicationDirPath();
+  if (folder.isEmpty())
+    return runtimeDataFolder(std::filesystem::path(toPathText(QCoreApplication::applicationDirPath())));
   return std::filesystem::path(toPathText(folder));
 }
 

@@ -1,6 +1,7 @@
 #include "program/program.h"
 
 #include "text/figure_text.h"
+#include "text/gzip_file.h"
 
 namespace tolvane {
 
@@ -26,6 +27,8 @@ Program::Program(ui::Services& services_, ui::Settings& settings_, ProgramOption
   for (ui::Form* f : std::initializer_list<ui::Form*>{&formCR2Install, &renamer, &formRenumber, &formViewer,
                                                       &magnifier, &formScale, &formLaunch, &formMatCoord})
     addForm(f);
+  // Compressed figures are unpacked beside the other scratch files.
+  text::gzip::setUnpackFolder(workDir);
 }
 
 const EventTable& Program::events() const {

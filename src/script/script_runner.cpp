@@ -2,10 +2,12 @@
 
 #include <fstream>
 #include <memory>
+#include <optional>
 #include <random>
 #include <sstream>
 
 #include "app/app.h"
+#include "program/data_folder.h"
 #include "program/events.h"
 #include "program/program.h"
 #include "script/png_file.h"
@@ -414,16 +416,67 @@ std::filesystem::path freshWorkFolder() {
 }
 }  // namespace
 
-int runnerMain(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
-  RunnerOptions options;
-  std::filesystem::path script;
+namespace {
+const char* const kUsage =
+    "usage: tolvane-script [--work DIR] [--settings FILE] [--cwd DIR] [--var NAME=VALUE]... SCRIPT\n";
+const char* const kHelp =
+    "Runs a Tolvane session script without a window: the same event handlers the desktop\n"
+    "program uses, played by the script's steps, with its checks counted.\n"
+    "\n"
+    "Options:\n"
+    "  -h, --help             Show this help and exit.\n"
+    "  -v, --version          Show the version and exit.\n"
+    "  --work DIR             The work folder for scratch files (default: a fresh one).\n"
+    "  --settings FILE        An INI file for the settings (default: an empty store).\n"
+    "  --cwd DIR              The starting current directory (default: the script's folder).\n"
+    "  --var NAME=VALUE       Defines $NAME in the script; $SAMPLES names the bundled\n"
+    "                         samples unless given.\n"
+    "\n"
+    "Exit status: 0 all checks passed, 1 a check failed, 2 an unanswered or mismatched\n"
+    "prompt, 3 the script or the command line is wrong.\n";
+
+// The options as the desktop program reads them: a long option with its value in the
+// next argument or after "=", "--" ending the options, one script.
+std::optional<int> readArguments(const std::vector<std::string>& given, RunnerOptions& options,
+                                 std::filesystem::path& script, std::ostream& out, std::ostream& err) {
+  std::vector<std::string> args;
+  for (const std::string& a : given) {
+    auto eq = a.find('=');
+    if (a.rfind("--", 0) == 0 && a.size() > 2 && eq != std::string::npos) {
+      args.push_back(a.substr(0, eq));
+      args.push_back(a.substr(eq + 1));
+    } else {
+      args.push_back(a);
+    }
+  }
+  bool optionsEnded = false;
   for (std::size_t i = 0; i < args.size(); ++i) {
     const std::string& a = args[i];
     bool hasValue = i + 1 < args.size();
-    if (a == "--work" && hasValue) options.workDir = args[++i];
-    else if (a == "--settings" && hasValue) options.settingsFile = args[++i];
-    else if (a == "--cwd" && hasValue) options.currentDir = args[++i];
-    else if (a == "--var" && hasValue) {
+    if (optionsEnded || a.empty() || a[0] != '-' || a == "-") {
+      if (!script.empty()) {
+        err << "tolvane-script: one script at a time: " << a << "\n" << kUsage;
+        return kScriptWrong;
+      }
+      script = a;
+    } else if (a == "--") {
+      optionsEnded = true;
+    } else if (a == "-h" || a == "--help") {
+      out << kUsage << "\n" << kHelp;
+      return 0;
+    } else if (a == "-v" || a == "--version") {
+      out << "tolvane-script " << TOLVANE_VERSION << "\n";
+      return 0;
+    } else if ((a == "--work" || a == "--settings" || a == "--cwd" || a == "--var") && !hasValue) {
+      err << "tolvane-script: " << a << " needs a value\n" << kUsage;
+      return kScriptWrong;
+    } else if (a == "--work") {
+      options.workDir = args[++i];
+    } else if (a == "--settings") {
+      options.settingsFile = args[++i];
+    } else if (a == "--cwd") {
+      options.currentDir = args[++i];
+    } else if (a == "--var") {
       const std::string& v = args[++i];
       auto eq = v.find('=');
       if (eq == std::string::npos) {
@@ -431,16 +484,24 @@ int runnerMain(const std::vector<std::string>& args, std::ostream& out, std::ost
         return kScriptWrong;
       }
       options.vars[v.substr(0, eq)] = v.substr(eq + 1);
-    } else if (!a.empty() && a[0] != '-' && script.empty()) script = a;
-    else {
-      err << "usage: tolvane-script [--work DIR] [--settings FILE] [--cwd DIR] [--var NAME=VALUE]... SCRIPT\n";
+    } else {
+      err << "tolvane-script: unknown option " << a << "\n" << kUsage;
       return kScriptWrong;
     }
   }
   if (script.empty()) {
-    err << "usage: tolvane-script [--work DIR] [--settings FILE] [--cwd DIR] [--var NAME=VALUE]... SCRIPT\n";
+    err << kUsage;
     return kScriptWrong;
   }
+  if (!options.vars.count("SAMPLES")) options.vars["SAMPLES"] = samplesFolder(runningProgramFolder()).string();
+  return std::nullopt;
+}
+}  // namespace
+
+int runnerMain(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+  RunnerOptions options;
+  std::filesystem::path script;
+  if (auto code = readArguments(args, options, script, out, err)) return *code;
   bool ownWork = options.workDir.empty();
   if (ownWork) options.workDir = freshWorkFolder();
   if (options.currentDir.empty()) options.currentDir = std::filesystem::absolute(script).parent_path();

@@ -4,6 +4,7 @@
 #include <cctype>
 #include <system_error>
 
+#include "text/gzip_file.h"
 #include "text/runtime_error.h"
 
 namespace tolvane::text {
@@ -70,7 +71,7 @@ bool IsPropHeader(std::string_view line) { return hasPrefix(line, "prop"); }
 std::string ActorName(std::string_view line) { return Mid(line, 7); }
 char FigureNumber(std::string_view line) { return line.empty() ? '\0' : line.back(); }
 
-std::string FileKind(std::string_view path) { return LCase(Right(path, 3)); }
+std::string FileKind(std::string_view path) { return gzip::plainKind(LCase(Right(path, 3))); }
 
 std::string ToPoserPath(std::string_view path) {
   std::string text = Mid(path, static_cast<long long>(InStr(path, "Runtime")));

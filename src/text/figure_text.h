@@ -40,7 +40,8 @@ bool IsPropHeader(std::string_view line);   // prefix "prop"
 std::string ActorName(std::string_view line);  // from character 7, suffix kept
 char FigureNumber(std::string_view line);      // the last character
 
-// Lower-cased last three characters of a path; no dot is looked for.
+// Lower-cased last three characters of a path; no dot is looked for. A compressed kind
+// gives the plain kind it holds ("crz" gives "cr2"), so every tool takes it as that kind.
 std::string FileKind(std::string_view path);
 
 // From a file path to the colon form inside figure text: the text from the first

@@ -6,11 +6,12 @@
 
 #include <cerrno>
 
+#include "text/gzip_file.h"
 #include "text/runtime_error.h"
 
 namespace tolvane::text {
 
-ReadOnlyFile::ReadOnlyFile(const std::filesystem::path& path) : m_path(path) {
+ReadOnlyFile::ReadOnlyFile(const std::filesystem::path& path, bool asStored) : m_path(path) {
   m_fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
   if (m_fd < 0) raiseError(errorNumberFromErrno(errno, false), path.string());
   struct stat st {};
@@ -20,6 +21,19 @@ ReadOnlyFile::ReadOnlyFile(const std::filesystem::path& path) : m_path(path) {
     raiseError(kPathFileAccessError, path.string());
   }
   m_length = static_cast<std::uint64_t>(st.st_size);
+  // A packed figure is read as the text it holds.
+  char head[2];
+  if (!asStored && ::pread(m_fd, head, sizeof head, 0) == 2 && gzip::hasMagic(std::string_view(head, 2))) {
+    int packed = m_fd;
+    m_fd = -1;
+    try {
+      m_fd = gzip::openUnpacked(packed, path, m_length);
+    } catch (...) {
+      ::close(packed);
+      throw;
+    }
+    ::close(packed);
+  }
 }
 
 ReadOnlyFile::~ReadOnlyFile() { close(); }

@@ -1,7 +1,7 @@
 // A file opened for reading, as every reader of figure text opens it: the run-time error
 // numbers of a failed open (a folder named like a file is a path/file access error), the
 // length taken at the open, and plain reads at an offset, which a file cut short while it
-// is read ends early instead of faulting.
+// is read ends early instead of faulting. A gzip file reads as the text it unpacks to.
 #pragma once
 
 #include <cstddef>
@@ -12,13 +12,14 @@ namespace tolvane::text {
 
 class ReadOnlyFile {
  public:
-  explicit ReadOnlyFile(const std::filesystem::path& path);
+  // `asStored` reads a gzip file's own bytes (a byte-for-byte copy of it).
+  explicit ReadOnlyFile(const std::filesystem::path& path, bool asStored = false);
   ~ReadOnlyFile();
   ReadOnlyFile(const ReadOnlyFile&) = delete;
   ReadOnlyFile& operator=(const ReadOnlyFile&) = delete;
 
   bool isOpen() const { return m_fd >= 0; }
-  // The length when the file was opened.
+  // The length when the file was opened (of the unpacked text, for a gzip file).
   std::uint64_t length() const { return m_length; }
   const std::filesystem::path& path() const { return m_path; }
 

@@ -8,6 +8,7 @@
 #include <memory>
 
 #include "text/disk.h"
+#include "text/gzip_file.h"
 #include "text/read_only_file.h"
 #include "text/runtime_error.h"
 #include "text/scratch_file.h"
@@ -36,7 +37,7 @@ struct Descriptor {
 
 // Writes every byte of `from` into `fd` and flushes them to the device.
 void copyInto(const std::filesystem::path& from, int fd, const std::filesystem::path& shownAs) {
-  ReadOnlyFile in(from);
+  ReadOnlyFile in(from, true);
   std::unique_ptr<char[]> block(new char[kCopyBlock]);
   for (std::uint64_t at = 0;;) {
     std::size_t n = in.readAt(at, block.get(), kCopyBlock);
@@ -62,8 +63,10 @@ void flushFile(const std::filesystem::path& path) {
 
 // A complete copy of `scratch` in the target's folder, under a hidden name that is
 // given to it only once the copy is whole (an unnamed file linked in at the end, where
-// the file system can make one). Returns the hidden name.
-std::filesystem::path stageBeside(const std::filesystem::path& scratch, const std::filesystem::path& target) {
+// the file system can make one). With `pack` the copy is the gzip stream of the scratch
+// text. Returns the hidden name.
+std::filesystem::path stageBeside(const std::filesystem::path& scratch, const std::filesystem::path& target,
+                                  bool pack) {
   std::filesystem::path folder = folderOf(target);
   std::filesystem::path staged = folder / ("." + target.filename().string() + ".tolvane-new");
   deleteIgnoringErrors(staged);
@@ -75,7 +78,10 @@ std::filesystem::path stageBeside(const std::filesystem::path& scratch, const st
     if (d.fd < 0) raiseFromErrno(staged);
   }
   try {
-    copyInto(scratch, d.fd, target);
+    if (pack)
+      gzip::packInto(scratch, d.fd, target);
+    else
+      copyInto(scratch, d.fd, target);
     if (unnamed && disk::linkOpen(d.fd, staged) != 0) raiseFromErrno(staged);
     int fd = d.fd;
     d.fd = -1;
@@ -104,7 +110,8 @@ bool sameFileSystem(const std::filesystem::path& a, const std::filesystem::path&
   return sa.st_dev == sb.st_dev;
 }
 
-void moveScratchInto(const std::filesystem::path& scratch, const std::filesystem::path& target, bool replace) {
+void moveScratchInto(const std::filesystem::path& scratch, const std::filesystem::path& target,
+                     bool replace) {
   if (!fileExists(scratch)) raiseError(kFileNotFound, scratch.string());
   std::filesystem::path folder = folderOf(target);
   std::error_code ec;
@@ -118,15 +125,19 @@ void moveScratchInto(const std::filesystem::path& scratch, const std::filesystem
 
 void replaceAtomically(const std::filesystem::path& scratch, const std::filesystem::path& target) {
   std::filesystem::path folder = folderOf(target);
-  flushFile(scratch);
-  if (disk::rename(scratch, target) == 0) {
-    disk::flushFolder(folder);
-    return;
+  // A packed file stays packed: the new text is packed beside it, then takes its name.
+  const bool pack = gzip::packsInto(target);
+  if (!pack) {
+    flushFile(scratch);
+    if (disk::rename(scratch, target) == 0) {
+      disk::flushFolder(folder);
+      return;
+    }
+    // A bind mount can share the device number and still refuse the rename: the
+    // refusal, not the device, decides.
+    if (errno != EXDEV) raiseFromErrno(target);
   }
-  // A bind mount can share the device number and still refuse the rename: the refusal,
-  // not the device, decides.
-  if (errno != EXDEV) raiseFromErrno(target);
-  std::filesystem::path staged = stageBeside(scratch, target);
+  std::filesystem::path staged = stageBeside(scratch, target, pack);
   if (disk::rename(staged, target) != 0) {
     int saved = errno;
     deleteIgnoringErrors(staged);

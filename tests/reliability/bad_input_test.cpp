@@ -335,6 +335,22 @@ const Input kInputs[] = {
            writeFile(p, many);
          },
      .shrinks = true},
+    {.name = "compressed figure",
+     .make = [](const fs::path& p) { writeFile(p, gzipBytes(readFile(kFigure))); },
+     .file = "fig.crz",
+     .sound = true},
+    {.name = "compressed figure cut short",
+     .make =
+         [](const fs::path& p) {
+           std::string packed = gzipBytes(readFile(kFigure));
+           writeFile(p, packed.substr(0, packed.size() / 2));
+         },
+     .cause = {"damaged or cut short"},
+     .file = "fig.crz"},
+    {.name = "gzip bomb",
+     .make = [](const fs::path& p) { writeFile(p, gzipBytes(std::string(std::size_t{16} << 20, '\t'))); },
+     .cause = {"more than 4 GB or more than a thousand times"},
+     .file = "fig.crz"},
     {"4 GB sparse file",
      [](const fs::path& p) {
        int fd = ::open(p.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);

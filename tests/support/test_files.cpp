@@ -1,6 +1,7 @@
 #include "test_files.h"
 
 #include <unistd.h>
+#include <zlib.h>
 
 #include <fstream>
 #include <random>
@@ -91,6 +92,43 @@ int runTimeErrorOf(const std::function<void()>& action) {
     return e.number();
   }
   return 0;
+}
+
+}  // namespace tolvane::test
+
+namespace tolvane::test {
+
+std::string gzipBytes(const std::string& bytes) {
+  z_stream zs{};
+  deflateInit2(&zs, 9, Z_DEFLATED, 15 + 16, 8, Z_DEFAULT_STRATEGY);
+  std::string out(deflateBound(&zs, bytes.size()) + 64, '\0');
+  zs.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(bytes.data()));
+  zs.avail_in = static_cast<uInt>(bytes.size());
+  zs.next_out = reinterpret_cast<Bytef*>(out.data());
+  zs.avail_out = static_cast<uInt>(out.size());
+  deflate(&zs, Z_FINISH);
+  out.resize(zs.total_out);
+  deflateEnd(&zs);
+  return out;
+}
+
+std::string gunzipBytes(const std::string& packed, bool* ok) {
+  z_stream zs{};
+  inflateInit2(&zs, 15 + 16);
+  zs.next_in = reinterpret_cast<Bytef*>(const_cast<char*>(packed.data()));
+  zs.avail_in = static_cast<uInt>(packed.size());
+  std::string out;
+  int rc = Z_OK;
+  char block[1 << 16];
+  while (rc == Z_OK) {
+    zs.next_out = reinterpret_cast<Bytef*>(block);
+    zs.avail_out = sizeof block;
+    rc = inflate(&zs, Z_NO_FLUSH);
+    out.append(block, sizeof block - zs.avail_out);
+  }
+  inflateEnd(&zs);
+  if (ok) *ok = rc == Z_STREAM_END;
+  return rc == Z_STREAM_END ? out : std::string();
 }
 
 }  // namespace tolvane::test

@@ -29,6 +29,11 @@ void writeFile(const std::filesystem::path& path, const std::string& bytes);
 std::string crlf(const std::vector<std::string>& lines);
 // Empty when the files are equal; else a description of the first differing line.
 std::string firstDifference(const std::filesystem::path& actual, const std::filesystem::path& expected);
+// A gzip stream of `bytes` (as `gzip -n` writes one), and the bytes a gzip stream
+// unpacks to (empty with `ok` false when it does not unpack): made with zlib itself, so
+// that the program's own packing is checked against another implementation.
+std::string gzipBytes(const std::string& bytes);
+std::string gunzipBytes(const std::string& packed, bool* ok = nullptr);
 // Copies a fixture folder or file into `dir` and returns the copy's path.
 std::filesystem::path copyInto(const std::filesystem::path& source, const std::filesystem::path& dir);
 // The number of the run-time error `action` raises; 0 when it raises none.
