@@ -1,5 +1,6 @@
 // Tolvane, the desktop program: the main window over the program state.
 #include <QApplication>
+#include <QStyleFactory>
 
 #include "app/app.h"
 #include "gui/app_setup.h"
@@ -10,6 +11,12 @@
 
 int main(int argc, char** argv) {
   QApplication app(argc, argv);
+  // One look on every desktop and in screenshots: Fusion with the platform's palette.
+  if (QStyle* fusion = QStyleFactory::create("Fusion")) {
+    QPalette platform = QApplication::palette();
+    QApplication::setStyle(fusion);
+    QApplication::setPalette(platform);
+  }
   QApplication::setApplicationName(tolvane::kAppName);
   QApplication::setOrganizationName(tolvane::kAppName);
 
@@ -21,6 +28,8 @@ int main(int argc, char** argv) {
   tolvane::gui::MainWindow window(program);
   services.setWindow(&window);
   window.show();
+  services.setStarting(true);
   window.start();
+  services.setStarting(false);
   return QApplication::exec();
 }

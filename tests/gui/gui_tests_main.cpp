@@ -8,6 +8,7 @@ QObject* newMainWindowTest();
 QObject* newBindingTest();
 QObject* newQtServicesTest();
 QObject* newMorphDragTest();
+QObject* newWindowTest();
 
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -17,7 +18,8 @@ int main(int argc, char** argv) {
     if (argv[i][0] != '-') functions << QString::fromLocal8Bit(argv[i]) + "()";
   std::unique_ptr<QObject> tests[] = {
       std::unique_ptr<QObject>(newMainWindowTest()), std::unique_ptr<QObject>(newBindingTest()),
-      std::unique_ptr<QObject>(newQtServicesTest()), std::unique_ptr<QObject>(newMorphDragTest())};
+      std::unique_ptr<QObject>(newQtServicesTest()), std::unique_ptr<QObject>(newMorphDragTest()),
+      std::unique_ptr<QObject>(newWindowTest())};
   int failed = 0;
   for (const auto& test : tests) {
     bool named = functions.isEmpty();
