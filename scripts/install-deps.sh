@@ -7,6 +7,9 @@ PACKAGES=(
   qt6-base-dev libqt6opengl6-dev libgl-dev libgl1-mesa-dri libglx-mesa0
   xvfb xauth fonts-dejavu-core
   libarchive-dev libzip-dev libpng-dev zlib1g-dev pkg-config
+  # a small window manager and real pointer events for the drag and drop tests under Xvfb
+  matchbox-window-manager xdotool
+  libarchive-dev libzip-dev libpng-dev pkg-config
   libgtest-dev googletest libbenchmark-dev
   ccache cmake ninja-build g++
   # The Debian package and the checks of the desktop files: dpkg-shlibdeps and file for

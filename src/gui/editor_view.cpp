@@ -23,6 +23,33 @@ std::int64_t nextColumn(std::int64_t column, char c) {
 }
 }  // namespace
 
+// The line numbers at the left of the pane, for the lines in view.
+class EditorView::Gutter : public QWidget {
+ public:
+  explicit Gutter(EditorView* view) : QWidget(view), m_view(view) { setObjectName("LineNumbers"); }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().color(QPalette::Window));
+    painter.setPen(palette().color(QPalette::Mid));
+    painter.drawLine(width() - 1, 0, width() - 1, height());
+    painter.setFont(m_view->font());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    const std::int64_t first = m_view->verticalScrollBar()->value();
+    const std::int64_t last = std::min(m_view->m_lines, first + m_view->visibleLines() + 1);
+    const int top = m_view->viewport()->y() - y();
+    for (std::int64_t line = first; line < last; ++line) {
+      const int lineTop = top + static_cast<int>(line - first) * m_view->m_lineHeight;
+      painter.drawText(QRect(0, lineTop, width() - 6, m_view->m_lineHeight), Qt::AlignRight | Qt::AlignVCenter,
+                       QString::number(line + 1));
+    }
+  }
+
+ private:
+  EditorView* m_view;
+};
+
 EditorView::EditorView(ui::TextPane& pane, QWidget* parent) : QAbstractScrollArea(parent), m_pane(pane) {
   QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
   font.setFamilies({"Courier", font.family()});
@@ -39,7 +66,23 @@ EditorView::EditorView(ui::TextPane& pane, QWidget* parent) : QAbstractScrollAre
   horizontalScrollBar()->setSingleStep(m_charWidth);
   connect(verticalScrollBar(), &QScrollBar::valueChanged, viewport(), qOverload<>(&QWidget::update));
   connect(horizontalScrollBar(), &QScrollBar::valueChanged, viewport(), qOverload<>(&QWidget::update));
+  m_gutter = new Gutter(this);
+  connect(verticalScrollBar(), &QScrollBar::valueChanged, m_gutter, qOverload<>(&QWidget::update));
   refresh();
+}
+
+int EditorView::gutterWidth() const {
+  int digits = 1;
+  for (std::int64_t n = std::max<std::int64_t>(m_lines, 1); n >= 10; n /= 10) ++digits;
+  return std::max(3, digits) * m_charWidth + 10;
+}
+
+void EditorView::placeGutter() {
+  const int width = gutterWidth();
+  if (viewportMargins().left() != width) setViewportMargins(width, 0, 0, 0);
+  const QRect area = contentsRect();
+  m_gutter->setGeometry(area.left(), area.top(), width, viewport()->height());
+  m_gutter->update();
 }
 
 void EditorView::refresh() {
@@ -54,6 +97,7 @@ void EditorView::refresh() {
     ensureCaretVisible();
   }
   m_lines = t.lineCount();
+  placeGutter();
   QPalette p = viewport()->palette();
   p.setColor(QPalette::Base, toQColor(m_pane.backColor()));
   viewport()->setPalette(p);
@@ -184,8 +228,21 @@ void EditorView::paintEvent(QPaintEvent*) {
       painter.fillRect(xOffset + static_cast<int>(from) * m_charWidth, y,
                        static_cast<int>(to - from) * m_charWidth, m_lineHeight, selectionBack);
     }
+    // Each character stands in its own cell of the grid that the selection and caret use,
+    // so a highlight sits exactly on its text whatever the font's fractional advance.
     painter.setPen(palette().color(QPalette::Text));
-    painter.drawText(xOffset, y + m_ascent, fromBytes(expanded));
+    const std::int64_t firstColumn = horizontalScrollBar()->value() / m_charWidth;
+    const std::int64_t lastColumn =
+        std::min<std::int64_t>(static_cast<std::int64_t>(expanded.size()),
+                               firstColumn + viewport()->width() / m_charWidth + 2);
+    if (firstColumn < lastColumn) {
+      const QString shown = fromBytes(expanded.substr(static_cast<std::size_t>(firstColumn),
+                                                      static_cast<std::size_t>(lastColumn - firstColumn)));
+      for (qsizetype i = 0; i < shown.size(); ++i) {
+        if (shown[i] == QChar(' ')) continue;
+        painter.drawText(xOffset + static_cast<int>(firstColumn + i) * m_charWidth, y + m_ascent, QString(shown[i]));
+      }
+    }
     if (caretColumn >= 0 && hasFocus()) {
       int x = xOffset + static_cast<int>(caretColumn) * m_charWidth;
       painter.fillRect(x, y, 2, m_lineHeight, palette().color(QPalette::Text));
@@ -199,6 +256,7 @@ void EditorView::paintEvent(QPaintEvent*) {
 
 void EditorView::resizeEvent(QResizeEvent* event) {
   QAbstractScrollArea::resizeEvent(event);
+  placeGutter();
   updateScrollBars();
 }
 
@@ -378,6 +436,8 @@ void EditorView::keyPressEvent(QKeyEvent* event) {
               ((event->modifiers() & Qt::AltModifier) ? 4 : 0);
   event->accept();
   emit keyDown(code, shift);
+  // Escape goes on to the window, which closes (through the editor's questions).
+  if (event->key() == Qt::Key_Escape) event->ignore();
 }
 
 void EditorView::mousePressEvent(QMouseEvent* event) {

@@ -67,9 +67,13 @@ class EditorView : public QAbstractScrollArea {
   void redo();
   void afterHistoryStep();
   void updateScrollBars();
+  int gutterWidth() const;
+  void placeGutter();
   void ensureCaretVisible();
 
+  class Gutter;
   ui::TextPane& m_pane;
+  Gutter* m_gutter = nullptr;
   std::int64_t m_anchor = 0;
   std::int64_t m_caret = 0;
   std::int64_t m_lines = 1;

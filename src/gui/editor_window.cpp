@@ -1,5 +1,6 @@
 #include "gui/editor_window.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -12,7 +13,10 @@
 #include <functional>
 #include <memory>
 
+#include "editor/editor_pane_events.h"
+#include "editor/editor_panes.h"
 #include "gui/editor_view.h"
+#include "gui/picture_button.h"
 #include "gui/qt_text.h"
 #include "program/program.h"
 #include "ui/form_editor.h"
@@ -61,7 +65,89 @@ EditorWindow::EditorWindow(FormBinding& binding, QWidget* mainWindow)
   connect(&binding, &FormBinding::eventHandled, this, &EditorWindow::refreshPanes);
   // The hand-over runs in the main form's handlers; it shows the form, which reports here.
   connect(&binding, &FormBinding::formChanged, this, &EditorWindow::refreshPanes);
+  addShortcuts();
   refreshPanes();
+}
+
+void EditorWindow::addShortcuts() {
+  auto add = [this](const QKeySequence& keys, void (EditorWindow::*slot)()) {
+    auto* action = new QAction(this);
+    action->setShortcut(keys);
+    action->setShortcutContext(Qt::WindowShortcut);
+    connect(action, &QAction::triggered, this, slot);
+    addAction(action);
+  };
+  add(QKeySequence::Find, &EditorWindow::findKeys);
+  add(QKeySequence(Qt::Key_F3), &EditorWindow::findAgain);
+  add(QKeySequence("Ctrl+H"), &EditorWindow::replaceKeys);
+  add(QKeySequence("Ctrl+G"), &EditorWindow::goToLineKeys);
+}
+
+void EditorWindow::goToLineKeys() {
+  // The line number box, ready for a number and Enter.
+  auto* box = findChild<QLineEdit*>("TextLineNum");
+  if (box == nullptr || !box->isVisible()) return;
+  box->setFocus(Qt::ShortcutFocusReason);
+  box->selectAll();
+}
+
+void EditorWindow::findKeys() {
+  // Find mode on, or the search box again when it is on.
+  if (m_form.ComboFind.visible()) {
+    if (auto* box = findChild<QComboBox*>("ComboFind")) {
+      box->setFocus(Qt::ShortcutFocusReason);
+      if (box->lineEdit() != nullptr) box->lineEdit()->selectAll();
+    }
+    return;
+  }
+  binding().fire(&m_form.PictureFind, EventKind::Click);
+}
+
+void EditorWindow::replaceKeys() {
+  if (m_form.TextReplace.visible()) {
+    if (auto* box = findChild<QLineEdit*>("TextReplace")) box->setFocus(Qt::ShortcutFocusReason);
+    return;
+  }
+  binding().fire(&m_form.PictureReplace, EventKind::Click);
+}
+
+void EditorWindow::findAgain() {
+  // F3 anywhere in the window is F3 in the active pane.
+  EventArgs args;
+  args.keyCode = editor::kKeyF3;
+  binding().fire(&editor::paneOf(m_form, editor::activeSide(m_form)), EventKind::Key, args);
+}
+
+void EditorWindow::reopenReplace() {
+  if (m_form.TextReplace.visible()) return;
+  binding().fire(&m_form.PictureReplace, EventKind::Click);
+  if (!m_lastReplacement.empty()) {
+    m_form.TextReplace.setText(m_lastReplacement);
+    binding().fire(&m_form.TextReplace, EventKind::Change);
+  }
+}
+
+void EditorWindow::replaceOne() {
+  reopenReplace();
+  m_lastReplacement = m_form.TextReplace.text();
+  findAgain();
+}
+
+void EditorWindow::replaceAll() {
+  reopenReplace();
+  m_lastReplacement = m_form.TextReplace.text();
+  EventArgs args;
+  args.keyCode = 13;
+  binding().fire(&m_form.TextReplace, EventKind::Enter, args);
+}
+
+void EditorWindow::refreshTitle() {
+  // The form's caption names the left pane's file; the title adds the right pane's.
+  QString title = fromDisplayBytes(m_form.caption());
+  const std::string& second = m_form.LabelSecFile.caption();
+  if (m_form.RichTextBox2.visible() && !second.empty())
+    title = tr("%1  |  %2").arg(title.isEmpty() ? tr("(no file)") : title, fromDisplayBytes(second));
+  setWindowTitle(title);
 }
 
 QWidget* EditorWindow::buildToolRow() {
@@ -69,15 +155,24 @@ QWidget* EditorWindow::buildToolRow() {
   auto* row = new QWidget;
   auto* layout = new QHBoxLayout(row);
   layout->setContentsMargins(0, 0, 0, 0);
-  const std::pair<ui::Picture*, QString> pictures[] = {{&m_form.PictureSecFile, tr("Second file")},
-                                                       {&m_form.PictureSave, tr("Save")},
-                                                       {&m_form.PicturePrint, tr("Print")},
-                                                       {&m_form.PictureFind, tr("Find")},
-                                                       {&m_form.PictureReplace, tr("Replace")}};
-  for (const auto& [picture, text] : pictures) {
-    QPushButton* w = button(picture->name().c_str(), text);
+  struct Tool {
+    ui::Picture* picture;
+    QString text;
+    QKeySequence keys;
+  };
+  const Tool pictures[] = {{&m_form.PictureSecFile, tr("Second file"), {}},
+                           {&m_form.PictureSave, tr("Save"), QKeySequence::Save},
+                           {&m_form.PicturePrint, tr("Print"), QKeySequence::Print},
+                           {&m_form.PictureFind, tr("Find"), QKeySequence::Find},
+                           {&m_form.PictureReplace, tr("Replace"), QKeySequence("Ctrl+H")}};
+  for (const Tool& tool : pictures) {
+    QPushButton* w = button(tool.picture->name().c_str(), tool.text);
+    // Find and Replace take their keys in the window (they open or focus the boxes).
+    bool windowKeys = tool.picture == &m_form.PictureFind || tool.picture == &m_form.PictureReplace;
+    describeButton(w, tool.text, windowKeys ? QKeySequence() : tool.keys);
+    if (windowKeys) w->setProperty(kShortcutProperty, tool.keys);
     layout->addWidget(w);
-    b.bind(*picture, w);
+    b.bind(*tool.picture, w);
   }
   auto* lineLabel = new QLabel;
   auto* lineNum = new QLineEdit;
@@ -118,8 +213,18 @@ QWidget* EditorWindow::buildFindRow() {
   auto* replaceLabel = new QLabel;
   auto* replace = new QLineEdit;
   replace->setObjectName("TextReplace");
-  for (QWidget* w :
-       std::initializer_list<QWidget*>{findLabel, find, wholeWord, matchCase, replaceLabel, replace})
+  connect(replace, &QLineEdit::textEdited, this, [this](const QString& text) { m_lastReplacement = toBytes(text); });
+  m_replaceOne = new QPushButton(tr("Replace"));
+  m_replaceOne->setObjectName("ButtonReplaceOne");
+  m_replaceOne->setToolTip(withShortcut(tr("Find the next place and ask to replace it"), QKeySequence(Qt::Key_F3)));
+  m_replaceAll = new QPushButton(tr("Replace All"));
+  m_replaceAll->setObjectName("ButtonReplaceAll");
+  m_replaceAll->setToolTip(withShortcut(tr("Replace every place on this page"), QKeySequence(Qt::Key_Return)));
+  for (QPushButton* w : {m_replaceOne, m_replaceAll}) w->setFocusPolicy(Qt::NoFocus);
+  connect(m_replaceOne, &QPushButton::clicked, this, &EditorWindow::replaceOne);
+  connect(m_replaceAll, &QPushButton::clicked, this, &EditorWindow::replaceAll);
+  for (QWidget* w : std::initializer_list<QWidget*>{findLabel, find, wholeWord, matchCase, replaceLabel, replace,
+                                                    m_replaceOne, m_replaceAll})
     layout->addWidget(w);
   layout->addStretch(1);
   b.bind(m_form.LabelFind, findLabel);
@@ -180,14 +285,26 @@ void EditorWindow::refreshPanes() {
   for (EditorView* view : {m_left, m_right}) view->refresh();
   layoutPanes();
   refreshList();
+  // Replace and Replace All stay at hand while replace mode is on, and after a replace
+  // ended it (its caption stays): they turn it on again with the text last used.
+  const bool replacing = m_form.LabelReplace.visible() || m_form.TextReplace.visible();
+  m_replaceOne->setVisible(replacing);
+  m_replaceAll->setVisible(replacing);
+  refreshTitle();
 }
 
 void EditorWindow::layoutPanes() {
   const int width = m_paneArea->width(), height = m_paneArea->height();
   const int shrunk = m_form.RichTextBox1.width();
-  m_left->setGeometry(0, 0, shrunk == ui::TextPane::kFullWidth ? width : std::min(width, shrunk), height);
-  const int rightX = std::max(0, std::min(width - 100, ui::kPaneShrunkWidth + kPaneGap));
-  m_right->setGeometry(rightX, 0, width - rightX, height);
+  if (m_form.RichTextBox2.visible() && m_form.RichTextBox1.visible()) {
+    // Two files side by side, each with half of the room.
+    const int left = std::max(0, (width - kPaneGap) / 2);
+    m_left->setGeometry(0, 0, left, height);
+    m_right->setGeometry(left + kPaneGap, 0, std::max(0, width - left - kPaneGap), height);
+  } else {
+    m_left->setGeometry(0, 0, shrunk == ui::TextPane::kFullWidth ? width : std::min(width, shrunk), height);
+    m_right->setGeometry(0, 0, width, height);
+  }
   if (m_form.RichTextBox1.zOrder() > m_form.RichTextBox2.zOrder())
     m_left->raise();
   else

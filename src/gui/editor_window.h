@@ -7,6 +7,7 @@
 #include "gui/form_windows.h"
 
 class QListWidget;
+class QPushButton;
 
 namespace tolvane::ui {
 class FormEditor;
@@ -40,12 +41,27 @@ class EditorWindow : public FormWindow {
   void refreshList();
   void layoutPanes();
   void keepPlacement();
+  // The keys of the editor (Ctrl+F, F3, Ctrl+H, Ctrl+G, Ctrl+S, Ctrl+P) and the buttons
+  // that keep Replace and Replace All at hand.
+  void addShortcuts();
+  void findKeys();
+  void replaceKeys();
+  void findAgain();
+  void goToLineKeys();
+  void replaceOne();
+  void replaceAll();
+  // Turns replace mode back on after a replace ended it, with the text last used.
+  void reopenReplace();
+  void refreshTitle();
 
   ui::FormEditor& m_form;
   EditorView* m_left = nullptr;
   EditorView* m_right = nullptr;
   QWidget* m_paneArea = nullptr;
   QListWidget* m_mru = nullptr;
+  QPushButton* m_replaceOne = nullptr;
+  QPushButton* m_replaceAll = nullptr;
+  std::string m_lastReplacement;
   std::vector<std::string> m_mruItems;
   bool m_placementApplied = false;
 };

@@ -3,12 +3,14 @@
 #include <QAbstractScrollArea>
 #include <QEvent>
 #include <QKeyEvent>
+#include <QKeySequence>
 #include <QMouseEvent>
 #include <QTimer>
 #include <algorithm>
 #include <vector>
 
 #include "gui/binders.h"
+#include "gui/picture_button.h"
 #include "gui/pictures.h"
 #include "gui/qt_text.h"
 #include "program/program.h"
@@ -16,6 +18,7 @@
 namespace tolvane::gui {
 
 int FormBinding::s_running = 0;
+QString FormBinding::s_work;
 
 namespace {
 std::vector<FormBinding*>& liveBindings() {
@@ -52,7 +55,14 @@ void ControlBinder::refresh() {
     m_toolTip = c.toolTip();
     if (m_widget != nullptr) {
       QString tip = fromBytes(m_toolTip);
-      m_widget->setToolTip(tip.isEmpty() ? defaultToolTip(c.name()) : tip);
+      if (tip.isEmpty()) tip = defaultToolTip(c.name());
+      if (tip.isEmpty()) tip = m_widget->property(kToolTipProperty).toString();
+      // A picture is read out by what its tool tip says; the tool tip also names the
+      // keys that press it.
+      if (qobject_cast<PictureButton*>(m_widget) != nullptr) m_widget->setAccessibleName(tip);
+      QKeySequence keys = m_widget->property(kShortcutProperty).value<QKeySequence>();
+      if (!keys.isEmpty() && !tip.isEmpty()) tip += " (" + keys.toString(QKeySequence::NativeText) + ")";
+      m_widget->setToolTip(tip);
     }
   }
   if (m_first || c.foreColor() != m_fore || c.backColor() != m_back)
@@ -180,6 +190,23 @@ ControlBinder* FormBinding::binder(const ui::Control& control) const {
 
 bool FormBinding::fire(const ui::Control* control, EventKind kind, const EventArgs& args) {
   const std::string& name = control != nullptr ? control->name() : m_form.name();
+  // What the user started, for the status bar while it runs: the tool tip or caption
+  // of the control (a menu item's caption without its access key).
+  QString previousWork = s_work;
+  if (control != nullptr && kind != EventKind::MouseMove) {
+    QString work;
+    if (ControlBinder* b = binder(*control); b != nullptr && b->widget() != nullptr)
+      work = b->widget()->property(kToolTipProperty).toString();
+    if (work.isEmpty()) work = fromBytes(control->toolTip());
+    if (work.isEmpty()) work = defaultToolTip(control->name());
+    if (work.isEmpty() && control->kind() == ui::ControlKind::Menu)
+      work = fromBytes(static_cast<const ui::MenuItem*>(control)->caption()).remove('&');
+    if (!work.isEmpty()) s_work = work;
+  }
+  struct RestoreWork {
+    QString previous;
+    ~RestoreWork() { FormBinding::s_work = previous; }
+  } restore{previousWork};
   ++s_running;
   bool handled = false;
   try {

@@ -29,6 +29,12 @@ Dispatch defaultDispatch();
 
 class FormBinding;
 
+// The widget property that holds the keys of a control's action (a QKeySequence); its
+// tool tip then names them.
+inline constexpr const char* kShortcutProperty = "tolvaneShortcut";
+// The tool tip a window gives a control whose form has none.
+inline constexpr const char* kToolTipProperty = "tolvaneToolTip";
+
 // Base of the per-kind binders: the properties every control has (visibility,
 // enabled, tool tip, colours, top, focus) and the mouse and key events of its widget.
 class ControlBinder : public QObject {
@@ -96,6 +102,8 @@ class FormBinding : public QObject {
   static void flushAll();
   // Whether a handler is running (the event loop runs inside long jobs and dialogs).
   static bool handlerRunning() { return s_running > 0; }
+  // A few words on what the running handler does ("Check the brackets"), or nothing.
+  static QString currentWork() { return s_work; }
 
  signals:
   // The form's caption, visibility or busy state changed.
@@ -114,6 +122,7 @@ class FormBinding : public QObject {
   std::set<ControlBinder*> m_dirty;
   bool m_flushPosted = false;
   static int s_running;
+  static QString s_work;
 };
 
 }  // namespace tolvane::gui

@@ -1,12 +1,20 @@
 #include "gui/form_windows.h"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QHBoxLayout>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QToolTip>
+#include <QScreen>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <map>
 
+#include "gui/picture_button.h"
 #include "gui/qt_settings.h"
 #include "gui/editor_window.h"
 #include "gui/erc_windows.h"
@@ -31,6 +39,7 @@ QWidget* makeNotesWindow(FormBinding& binding, QWidget* mainWindow) {
   auto* window = new FormWindow(binding, mainWindow);
   auto* text = new QPlainTextEdit(window);
   text->setObjectName("RichTextBox1");
+  typeTabsWithCtrl(text);
   QFont fixed("Monospace");
   fixed.setStyleHint(QFont::TypeWriter);
   text->setFont(fixed);
@@ -45,6 +54,8 @@ QWidget* makeNotesWindow(FormBinding& binding, QWidget* mainWindow) {
   auto* layout = new QVBoxLayout(window);
   layout->addWidget(text);
   layout->addLayout(buttons);
+  describeButton(save, QObject::tr("Save the notebook"), QKeySequence::Save);
+  describeButton(close, QObject::tr("Close the notebook"), QKeySequence(Qt::Key_Escape));
   binding.bind(notes.RichTextBox1, text);
   binding.bind(notes.CommandSave, save);
   binding.bind(notes.CommandClose, close);
@@ -52,6 +63,93 @@ QWidget* makeNotesWindow(FormBinding& binding, QWidget* mainWindow) {
   return window;
 }
 }  // namespace
+
+QString withShortcut(const QString& text, const QKeySequence& keys) {
+  if (keys.isEmpty()) return text;
+  return QStringLiteral("%1 (%2)").arg(text, keys.toString(QKeySequence::NativeText));
+}
+
+void describeButton(QWidget* button, const QString& name, const QKeySequence& keys) {
+  button->setAccessibleName(name);
+  button->setProperty(kToolTipProperty, name);
+  button->setProperty(kShortcutProperty, keys);
+  button->setToolTip(withShortcut(name, keys));
+  if (keys.isEmpty() || keys == QKeySequence(Qt::Key_Escape)) return;
+  auto* action = new QAction(button);
+  action->setShortcut(keys);
+  action->setShortcutContext(Qt::WindowShortcut);
+  // The same press as a click of the mouse: the binders watch the button's mouse events.
+  QObject::connect(action, &QAction::triggered, button, [button] { clickLikeTheMouse(button); });
+  button->addAction(action);
+}
+
+void centreOver(QWidget* window, const QWidget* over) {
+  if (over == nullptr) return;
+  QRect frame = over->frameGeometry();
+  QSize size = window->frameGeometry().size();
+  if (!window->isVisible()) size = window->size();
+  QPoint topLeft = frame.center() - QPoint(size.width() / 2, size.height() / 2);
+  if (QScreen* screen = over->screen()) {
+    QRect room = screen->availableGeometry();
+    topLeft.setX(std::clamp(topLeft.x(), room.left(), std::max(room.left(), room.right() - size.width())));
+    topLeft.setY(std::clamp(topLeft.y(), room.top(), std::max(room.top(), room.bottom() - size.height())));
+  }
+  window->move(topLeft);
+}
+
+namespace {
+class CtrlTabTypes : public QObject {
+ public:
+  using QObject::QObject;
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::KeyPress) return false;
+    auto* key = static_cast<QKeyEvent*>(event);
+    if (key->key() != Qt::Key_Tab || key->modifiers() != Qt::ControlModifier) return false;
+    static_cast<QPlainTextEdit*>(watched)->insertPlainText(QStringLiteral("\t"));
+    return true;
+  }
+};
+}  // namespace
+
+void typeTabsWithCtrl(QPlainTextEdit* box) {
+  box->setTabChangesFocus(true);
+  box->installEventFilter(new CtrlTabTypes(box));
+}
+
+QSize ElidedLabel::minimumSizeHint() const {
+  QSize hint = QLabel::minimumSizeHint();
+  hint.setWidth(std::min(hint.width(), fontMetrics().horizontalAdvance(QStringLiteral("M…M")) + 2 * margin()));
+  return hint;
+}
+
+QSize ElidedLabel::sizeHint() const { return QLabel::sizeHint(); }
+
+bool ElidedLabel::isElided() const {
+  return fontMetrics().horizontalAdvance(text()) > contentsRect().width() - 2 * margin();
+}
+
+void ElidedLabel::paintEvent(QPaintEvent* event) {
+  if (!isElided()) {
+    QLabel::paintEvent(event);
+    return;
+  }
+  QFrame::paintEvent(event);
+  QPainter painter(this);
+  QRect area = contentsRect().adjusted(margin(), margin(), -margin(), -margin());
+  painter.setPen(palette().color(foregroundRole()));
+  painter.drawText(area, Qt::AlignVCenter | Qt::AlignLeft,
+                   fontMetrics().elidedText(text(), Qt::ElideMiddle, area.width()));
+}
+
+bool ElidedLabel::event(QEvent* event) {
+  if (event->type() == QEvent::ToolTip && isElided()) {
+    QString tip = toolTip();
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(),
+                       tip.isEmpty() || tip == text() ? text() : text() + "\n" + tip, this);
+    return true;
+  }
+  return QLabel::event(event);
+}
 
 void registerFormWindow(const std::string& formName, FormWindowFactory factory) {
   factories()[formName] = std::move(factory);
@@ -91,7 +189,8 @@ void FormWindow::showEvent(QShowEvent* event) {
   formChanged();
   if (!m_placed) {
     m_placed = true;
-    restoreGeometry(windowSettings()->value("Forms/" + objectName()).toByteArray());
+    QByteArray place = windowSettings()->value("Forms/" + objectName()).toByteArray();
+    if (place.isEmpty() || !restoreGeometry(place)) centreOver(this, parentWidget());
   }
   QWidget::showEvent(event);
 }
@@ -99,6 +198,14 @@ void FormWindow::showEvent(QShowEvent* event) {
 void FormWindow::hideEvent(QHideEvent* event) {
   windowSettings()->setValue("Forms/" + objectName(), saveGeometry());
   QWidget::hideEvent(event);
+}
+
+void FormWindow::keyPressEvent(QKeyEvent* event) {
+  if (m_escapeCloses && event->key() == Qt::Key_Escape && event->modifiers() == Qt::NoModifier) {
+    close();
+    return;
+  }
+  QWidget::keyPressEvent(event);
 }
 
 void FormWindow::closeEvent(QCloseEvent* event) {

@@ -1,6 +1,7 @@
 // Tolvane, the desktop program: the main window over the program state.
 #include <QApplication>
 #include <cstdio>
+#include <QStyleFactory>
 
 #include "app/app.h"
 #include "gui/app_setup.h"
@@ -20,6 +21,12 @@ int main(int argc, char** argv) {
     return error ? 2 : 0;
   }
   QApplication app(argc, argv);
+  // One look on every desktop and in screenshots: Fusion with the platform's palette.
+  if (QStyle* fusion = QStyleFactory::create("Fusion")) {
+    QPalette platform = QApplication::palette();
+    QApplication::setStyle(fusion);
+    QApplication::setPalette(platform);
+  }
   QApplication::setApplicationName(tolvane::kAppName);
   QApplication::setOrganizationName(tolvane::kAppName);
 
@@ -30,6 +37,8 @@ int main(int argc, char** argv) {
   tolvane::gui::MainWindow window(program);
   services.setWindow(&window);
   window.show();
+  services.setStarting(true);
   window.start();
+  services.setStarting(false);
   return QApplication::exec();
 }

@@ -3,7 +3,11 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QDir>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QLocale>
 #include <QLabel>
 #include <QListWidget>
 #include <QMenu>
@@ -38,7 +42,11 @@ MainWindow::MainWindow(Program& program, Dispatch dispatch, QWidget* parent)
   ui::Opening& o = program.opening;
   for (ui::Control* c : o.controls())
     if (auto* button = qobject_cast<PictureButton*>(widgetFor(c->name())))
+    {
       button->setDropTarget(c == &o.PictureTrash || m_program.events().has("Opening", c->name(), EventKind::Drop));
+      button->setKeysPress(!m_program.events().has("Opening", c->name(), EventKind::Key) &&
+                           !m_program.events().has("Opening", c->name(), EventKind::Enter));
+    }
   for (ui::ListBox* pane : {&o.ListActors, &o.ListChannels}) {
     QWidget* w = widgetFor(pane->name());
     w->installEventFilter(this);
@@ -60,7 +68,10 @@ MainWindow::MainWindow(Program& program, Dispatch dispatch, QWidget* parent)
     if (form->visible()) otherFormChanged(*b);
   }
   setAcceptDrops(true);
+  widgetFor("ListChannels")->installEventFilter(this);
+  qApp->installEventFilter(this);  // a click outside a pop-up list closes it
   openingChanged();
+  showChannelsHeading();
   restorePlace();
 }
 
@@ -95,11 +106,57 @@ void MainWindow::openingChanged() {
   setWindowTitle(fromDisplayBytes(o.caption()));
   bool busy = o.busy();
   m_progress->setVisible(busy);
-  m_status->setText(busy ? tr("Working...") : QString());
+  if (busy) {
+    QString work = FormBinding::currentWork();
+    m_status->setText(work.isEmpty() ? tr("Working...") : tr("Working: %1...").arg(work));
+  } else {
+    showDocumentState();
+  }
   if (busy)
     setCursor(Qt::WaitCursor);
   else
     unsetCursor();
+}
+
+void MainWindow::showDocumentState() {
+  ui::Opening& o = m_program.opening;
+  QString path = fromPathText(o.LabelFileNameForEditor.caption());
+  QFileInfo info(path);
+  if (path.isEmpty() || !info.isFile()) {
+    m_status->clear();
+    m_countedPath.clear();
+    return;
+  }
+  const qint64 size = info.size(), time = info.lastModified().toMSecsSinceEpoch();
+  if (path != m_countedPath || size != m_countedSize || time != m_countedTime) {
+    // Counted once per version of the file: a line ends at CR LF, a lone CR or a lone LF.
+    qint64 lines = 0;
+    QFile file(path);
+    if (file.open(QIODevice::ReadOnly)) {
+      QByteArray block;
+      char last = '\0';
+      bool any = false;
+      while (!(block = file.read(1 << 20)).isEmpty()) {
+        for (char c : block) {
+          if (c == '\n' && last != '\r') ++lines;
+          if (c == '\r') ++lines;
+          last = c;
+        }
+        any = true;
+      }
+      if (any && last != '\n' && last != '\r') ++lines;
+    }
+    m_countedPath = path;
+    m_countedSize = size;
+    m_countedTime = time;
+    m_countedLines = lines;
+  }
+  QString kind = info.suffix().toUpper();
+  m_status->setText(tr("%1 file  \u2022  %2 bytes  \u2022  %3 lines")
+                        .arg(kind.isEmpty() ? tr("Text") : kind)
+                        .arg(QLocale().toString(size))
+                        .arg(QLocale().toString(m_countedLines)));
+  m_status->setToolTip(QDir::toNativeSeparators(path));
 }
 
 void MainWindow::otherFormChanged(FormBinding& binding) {
@@ -119,7 +176,17 @@ void MainWindow::otherFormChanged(FormBinding& binding) {
   }
 }
 
+// The heading stands over the channels only while there are channels to head: a failed
+// open leaves a plain, empty page.
+void MainWindow::showChannelsHeading() {
+  QWidget* channels = widgetFor("ListChannels");
+  m_channelsHeading->setVisible(channels != nullptr && !channels->isHidden() &&
+                                m_program.opening.ListChannels.listCount() > 0);
+}
+
 void MainWindow::afterEvent() {
+  if (!m_program.opening.busy()) showDocumentState();
+  showChannelsHeading();
   if (m_program.quitRequested && !m_closing) QTimer::singleShot(0, this, &QWidget::close);
 }
 
@@ -173,6 +240,26 @@ void MainWindow::dropEvent(QDropEvent* event) {
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
   ui::Opening& o = m_program.opening;
+  if (event->type() == QEvent::MouseButtonPress && watched->isWidgetType()) {
+    auto* clicked = static_cast<QWidget*>(watched);
+    for (ui::ListBox* l : {&o.ListMRU, &o.ListAllTexMaps}) {
+      QWidget* popUp = widgetFor(l->name());
+      if (l != &o.ListMRU || popUp == nullptr || !popUp->isVisible() || clicked->window() != this) continue;
+      if (popUp != clicked && !popUp->isAncestorOf(clicked)) {
+        l->setVisible(false);
+        FormBinding::flushAll();
+      }
+    }
+    return false;
+  }
+  if (watched == widgetFor("ListChannels") && (event->type() == QEvent::Show || event->type() == QEvent::Hide))
+    showChannelsHeading();
+  if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape &&
+      watched == widgetFor("ListMRU")) {
+    o.ListMRU.setVisible(false);
+    FormBinding::flushAll();
+    return true;
+  }
   if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Delete) {
     if (watched == widgetFor("ListActors")) removeSelected(o.ListActors);
     if (watched == widgetFor("ListChannels")) removeSelected(o.ListChannels);

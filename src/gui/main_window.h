@@ -62,7 +62,7 @@ class MainWindow : public QMainWindow {
   QWidget* buildBottom();
   QWidget* buildToolRow();
   PictureButton* picture(ui::Control& control, int side = 40);
-  QWidget* label(ui::Control& control, bool clickable = false);
+  QWidget* label(ui::Control& control, bool clickable = false, bool path = false);
   QWidget* lineBox(ui::Control& control);
   QWidget* list(ui::Control& control, bool draggable = false);
   QWidget* place(ui::Control& control, QWidget* widget);
@@ -76,6 +76,9 @@ class MainWindow : public QMainWindow {
   void removeSelected(const ui::ListBox& list);
   void showPaneMenu(const ui::ListBox& list, const QPoint& at);
   void placePopUp(QWidget* popUp);
+  // The status bar: the open file's kind, size and lines when idle, the work when busy.
+  void showDocumentState();
+  void showChannelsHeading();
 
   Program& m_program;
   Dispatch m_dispatch;
@@ -88,6 +91,12 @@ class MainWindow : public QMainWindow {
   std::vector<std::pair<ui::Control*, QObject*>> m_pending;
   QProgressBar* m_progress = nullptr;
   QLabel* m_status = nullptr;
+  QLabel* m_channelsHeading = nullptr;
+  // What the status bar last counted: the file, its size and time, and its lines.
+  QString m_countedPath;
+  qint64 m_countedSize = -1;
+  qint64 m_countedTime = -1;
+  qint64 m_countedLines = 0;
   QBoxLayout* m_extraRow = nullptr;
   QBoxLayout* m_workLists = nullptr;
   QBoxLayout* m_objTools = nullptr;

@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFrame>
+#include <QGraphicsDropShadowEffect>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -16,8 +17,10 @@
 #include <QSlider>
 #include <QStatusBar>
 #include <QVBoxLayout>
+#include <map>
 
 #include "gui/binders.h"
+#include "gui/form_windows.h"
 #include "gui/main_window.h"
 #include "gui/picture_button.h"
 #include "gui/pictures.h"
@@ -32,6 +35,25 @@ QAction* menuAction(QMenu* menu, const QKeySequence& keys = {}) {
   auto* action = menu->addAction(QString());
   if (!keys.isEmpty()) action->setShortcut(keys);
   return action;
+}
+
+// The keys of the main form's pictures, named in their tool tips.
+QKeySequence pictureKeys(const std::string& name) {
+  static const std::map<std::string, const char*> keys = {
+      {"PictureViewChannels", "Ctrl+Shift+C"}, {"PictureCopyToDest", "Ctrl+Shift+D"},
+      {"PictureTrash", "Ctrl+Shift+T"},        {"PictureJoints", "Ctrl+Shift+J"},
+      {"PictureEMC", "Ctrl+Shift+M"},          {"PictureChangeRatio", "Ctrl+Shift+R"},
+      {"PictureEditor", "Ctrl+Shift+E"},       {"PictureChannelReorderDone", "Ctrl+Shift+Return"},
+      {"PictureBrktsOK", "Ctrl+Shift+B"},      {"PictureBrktLeft", "Ctrl+Shift+["},
+      {"PictureBrktRight", "Ctrl+Shift+]"},    {"PicturePushPin", "Ctrl+Shift+P"},
+      {"PictureOBJExtract", "Ctrl+Shift+X"},   {"PictureOBJView", "Ctrl+Shift+W"},
+      {"PictureScaleObj", "Ctrl+Shift+L"},     {"PictureMash", "Ctrl+Shift+H"},
+      {"PictureMapViewer", "Ctrl+Shift+A"},    {"PictureMirror", "Ctrl+Shift+I"},
+      {"PictureMatColor", "Ctrl+Shift+1"},     {"PictureMatHiLite", "Ctrl+Shift+2"},
+      {"PictureRenameMorph", "Ctrl+Shift+N"},
+  };
+  auto it = keys.find(name);
+  return it == keys.end() ? QKeySequence() : QKeySequence(QString::fromLatin1(it->second));
 }
 
 QLabel* heading(const QString& text, QWidget* parent) {
@@ -55,11 +77,20 @@ QWidget* MainWindow::place(ui::Control& control, QWidget* widget) {
 PictureButton* MainWindow::picture(ui::Control& control, int side) {
   auto* button = new PictureButton(nullptr, side);
   place(control, button);
+  QKeySequence keys = pictureKeys(control.name());
+  if (!keys.isEmpty()) {
+    button->setProperty(kShortcutProperty, keys);
+    auto* action = new QAction(button);
+    action->setShortcut(keys);
+    action->setShortcutContext(Qt::WindowShortcut);
+    connect(action, &QAction::triggered, button, &PictureButton::press);
+    addAction(action);  // the keys work wherever the focus is in the window
+  }
   return button;
 }
 
-QWidget* MainWindow::label(ui::Control& control, bool clickable) {
-  auto* l = new QLabel;
+QWidget* MainWindow::label(ui::Control& control, bool clickable, bool path) {
+  QLabel* l = path ? new ElidedLabel : new QLabel;
   if (clickable) l->setCursor(Qt::PointingHandCursor);
   return place(control, l);
 }
@@ -130,16 +161,16 @@ QWidget* MainWindow::buildHeader() {
   auto* header = new QWidget;
   auto* row = new QHBoxLayout(header);
   row->setContentsMargins(8, 4, 8, 4);
-  QWidget* fileName = label(o.LabelFileName, true);
+  QWidget* fileName = label(o.LabelFileName, true, true);
   QFont bold = fileName->font();
   bold.setBold(true);
   fileName->setFont(bold);
   row->addWidget(fileName);
   row->addWidget(label(o.LabelFileSize));
-  row->addWidget(label(o.LabelOBJFileName));
+  row->addWidget(label(o.LabelOBJFileName, false, true), 1);
   row->addStretch();
   row->addWidget(label(o.LabelOpenSourceTitle));
-  row->addWidget(label(o.LabelChannelFileName, true));
+  row->addWidget(label(o.LabelChannelFileName, true, true), 1);
   auto* source = static_cast<QLabel*>(label(o.LabelOpenSource, true));
   source->setFrameShape(QFrame::Panel);
   source->setFrameShadow(QFrame::Raised);
@@ -190,7 +221,8 @@ QWidget* MainWindow::buildPanes() {
   panes->addLayout(tools);
 
   auto* right = new QVBoxLayout;
-  right->addWidget(heading(tr("Channels"), page));
+  m_channelsHeading = heading(tr("Channels"), page);
+  right->addWidget(m_channelsHeading);
   right->addWidget(list(o.ListChannels, true));
   panes->addLayout(right, 3);
   m_workLists = new QHBoxLayout;
@@ -258,6 +290,7 @@ QWidget* MainWindow::buildBottom() {
 
   auto* notes = new QPlainTextEdit;
   notes->setPlaceholderText(tr("Notes (double-click to put them away)"));
+  typeTabsWithCtrl(notes);
   notes->setMaximumHeight(150);
   row->addWidget(place(o.TextOpeningNotes, notes), 2);
   bottom->setMaximumHeight(190);
@@ -307,6 +340,11 @@ void MainWindow::buildCentral() {
   for (ui::ListBox* l : {&o.ListMRU, &o.ListAllTexMaps}) {
     auto* popUp = new LineList(central);
     popUp->setFrameShape(QFrame::Box);
+    popUp->setLineWidth(2);
+    auto* shadow = new QGraphicsDropShadowEffect(popUp);
+    shadow->setBlurRadius(16);
+    shadow->setOffset(2, 3);
+    popUp->setGraphicsEffect(shadow);
     popUp->installEventFilter(this);
     place(*l, popUp);
   }

@@ -1,6 +1,8 @@
 #include "gui/picture_button.h"
 
+#include <QApplication>
 #include <QDragEnterEvent>
+#include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
 #include <QStyleOption>
@@ -23,8 +25,8 @@ PictureButton::PictureButton(QWidget* parent, int side)
     : QWidget(parent), m_colour(255, 224, 192), m_side(side) {
   setFixedSize(side, side);
   setCursor(Qt::PointingHandCursor);
-  // The tools give a picture the focus to take its keys.
-  setFocusPolicy(Qt::ClickFocus);
+  // Reached with Tab; the tools also give a picture the focus to take its keys.
+  setFocusPolicy(Qt::StrongFocus);
 }
 
 void PictureButton::setColour(const QColor& colour) {
@@ -54,7 +56,8 @@ void PictureButton::paintEvent(QPaintEvent*) {
   p.drawLine(r.bottomLeft(), r.bottomRight());
   p.drawLine(r.topRight(), r.bottomRight());
   if (!m_icon.isNull()) {
-    QPoint at((width() - m_icon.width()) / 2, (height() - m_icon.height()) / 2);
+    const QSize shown = (QSizeF(m_icon.size()) / m_icon.devicePixelRatio()).toSize();
+    QPoint at((width() - shown.width()) / 2, (height() - shown.height()) / 2);
     if (m_down) at += QPoint(1, 1);
     if (!isEnabled()) p.setOpacity(0.4);
     p.drawPixmap(at, m_icon);
@@ -79,6 +82,38 @@ void PictureButton::mouseReleaseEvent(QMouseEvent* event) {
     update();
   }
   QWidget::mouseReleaseEvent(event);
+}
+
+void clickLikeTheMouse(QWidget* widget) {
+  if (!widget->isVisible() || !widget->isEnabled()) return;
+  const QPointF centre(widget->width() / 2.0, widget->height() / 2.0);
+  const QPointF global = widget->mapToGlobal(centre);
+  QMouseEvent down(QEvent::MouseButtonPress, centre, global, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(widget, &down);
+  QMouseEvent up(QEvent::MouseButtonRelease, centre, global, Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+  QApplication::sendEvent(widget, &up);
+}
+
+void PictureButton::press() { clickLikeTheMouse(this); }
+
+void PictureButton::keyPressEvent(QKeyEvent* event) {
+  const int key = event->key();
+  if (m_keysPress && event->modifiers() == Qt::NoModifier &&
+      (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter)) {
+    press();
+    return;
+  }
+  QWidget::keyPressEvent(event);
+}
+
+void PictureButton::focusInEvent(QFocusEvent* event) {
+  update();
+  QWidget::focusInEvent(event);
+}
+
+void PictureButton::focusOutEvent(QFocusEvent* event) {
+  update();
+  QWidget::focusOutEvent(event);
 }
 
 void PictureButton::dragEnterEvent(QDragEnterEvent* event) {

@@ -16,6 +16,10 @@ QMimeData* makeLinesMimeData(const QString& source, const QStringList& lines);
 // The source of a drag of list lines, empty for anything else.
 QString linesSource(const QMimeData* mime);
 
+// A left click in the middle of `widget` as the mouse makes it (press, then release):
+// whatever watches the widget's mouse events sees the same as for a real click.
+void clickLikeTheMouse(QWidget* widget);
+
 class PictureButton : public QWidget {
   Q_OBJECT
  public:
@@ -25,7 +29,15 @@ class PictureButton : public QWidget {
   QColor colour() const { return m_colour; }
   void setIcon(const QPixmap& icon);
   void setDropTarget(bool on) { setAcceptDrops(on); }
+  // Whether Enter and Space press the focused button; off for a picture whose form
+  // takes those keys itself.
+  void setKeysPress(bool on) { m_keysPress = on; }
   QSize sizeHint() const override { return {m_side, m_side}; }
+
+ public slots:
+  // A click as the mouse makes it (press and release in the middle), for the keyboard
+  // and the button's shortcut: whatever watches the mouse sees the same events.
+  void press();
 
  signals:
   // Lines from a list were dropped here.
@@ -35,6 +47,9 @@ class PictureButton : public QWidget {
   void paintEvent(QPaintEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dragLeaveEvent(QDragLeaveEvent* event) override;
   void dropEvent(QDropEvent* event) override;
@@ -45,6 +60,7 @@ class PictureButton : public QWidget {
   int m_side;
   bool m_down = false;
   bool m_dragOver = false;
+  bool m_keysPress = true;
 };
 
 }  // namespace tolvane::gui

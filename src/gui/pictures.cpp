@@ -1,8 +1,10 @@
 #include "gui/pictures.h"
 
+#include <QGuiApplication>
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
+#include <algorithm>
 #include <functional>
 #include <map>
 
@@ -223,7 +225,10 @@ const std::map<std::string, const char*>& tips() {
 QPixmap toolIcon(const std::string& controlName, int size) {
   auto it = drawings().find(controlName);
   if (it == drawings().end()) return {};
-  QPixmap pixmap(size, size);
+  // Drawn at the screen's pixel density, so the icon stays sharp at every scale.
+  const qreal ratio = std::max<qreal>(1.0, qApp != nullptr ? qApp->devicePixelRatio() : 1.0);
+  QPixmap pixmap(QSize(size, size) * ratio);
+  pixmap.setDevicePixelRatio(ratio);
   pixmap.fill(Qt::transparent);
   QPainter painter(&pixmap);
   painter.setRenderHint(QPainter::Antialiasing);

@@ -9,6 +9,10 @@
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QGridLayout>
+#include <array>
+#include <QLabel>
 #include <QInputDialog>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
@@ -24,6 +28,7 @@
 #include "gui/qt_painter.h"
 #include "gui/qt_text.h"
 #include "gui/tile_close.h"
+#include "text/runtime_error.h"
 
 namespace tolvane::gui {
 
@@ -71,7 +76,74 @@ std::unique_ptr<QMessageBox> QtServices::makeMessageBox(const ui::Message& messa
   auto box = std::make_unique<QMessageBox>(icon, fromDisplayBytes(message.title), fromDisplayBytesMultiLine(message.text),
                                            buttons, parent);
   box->setTextFormat(Qt::PlainText);
+  // The report keeps its number and text as they are; the sentence stands beneath them.
+  QString advice = runTimeErrorAdvice(message.text);
+  if (!advice.isEmpty()) box->setInformativeText(advice);
   return box;
+}
+
+QString QtServices::runTimeErrorAdvice(const std::string& messageText) {
+  static const std::string kPrefix = "Run-time error '";
+  if (messageText.rfind(kPrefix, 0) != 0) return {};
+  int number = 0;
+  std::size_t i = kPrefix.size();
+  for (; i < messageText.size() && messageText[i] >= '0' && messageText[i] <= '9'; ++i)
+    number = number * 10 + (messageText[i] - '0');
+  if (i == kPrefix.size() || i >= messageText.size() || messageText[i] != '\'') return {};
+  const char* what = nullptr;
+  switch (number) {
+    case text::kInvalidProcedureCall:
+      what = "The command got a value it cannot use, most often because a dialog was cancelled or a "
+             "path was empty; choose the file or folder and try again.";
+      break;
+    case text::kSubscriptOutOfRange:
+    case text::kInputPastEndOfFile:
+    case text::kTypeMismatch:
+    case text::kOverflow:
+      what = "The file did not have the form the command expects (it may be damaged or of another "
+             "kind); check it in the Manual Editor or run the Bracket Checker, then try again.";
+      break;
+    case text::kFileNotFound:
+    case text::kPathNotFound:
+    case text::kBadFileName:
+    case text::kBadFileNameOrNumber:
+      what = "A file or folder the command needs is not there; check the path (and the Poser folder in "
+             "the settings) and try again.";
+      break;
+    case text::kPermissionDenied:
+    case text::kPathFileAccessError:
+    case text::kFileAlreadyExists:
+      what = "The file could not be read or written (it may be read-only, open elsewhere, or in a "
+             "folder you cannot write); free it or choose another place and try again.";
+      break;
+    case text::kDiskFull:
+    case text::kDeviceIOError:
+      what = "The disk did not take the data; make room or choose another disk and try again.";
+      break;
+    case text::kOutOfMemory:
+    case text::kOutOfStringSpace:
+      what = "The command ran out of memory; close other programs or work on a smaller file.";
+      break;
+    case text::kCancelSelected:
+      what = "The command was cancelled.";
+      break;
+    default:
+      what = "The command could not finish.";
+      break;
+  }
+  return QObject::tr("%1 The command was stopped; your files on disk were left as they were.")
+      .arg(QObject::tr(what));
+}
+
+QWidget* QtServices::dialogParent() const {
+  if (QWidget* modal = QApplication::activeModalWidget()) return modal;
+  QWidget* active = QApplication::activeWindow();
+  // A window of the program other than the main one owns the dialogs raised from it.
+  if (active != nullptr && m_window != nullptr && active->window() != m_window->window()) {
+    for (QWidget* w = active; w != nullptr; w = w->parentWidget())
+      if (w == m_window) return active;
+  }
+  return m_window;
 }
 
 ui::Answer QtServices::answerOf(int standardButton) {
@@ -94,7 +166,7 @@ ui::Answer QtServices::answerOf(int standardButton) {
 }
 
 ui::Answer QtServices::message(const ui::Message& message) {
-  auto box = makeMessageBox(message, m_window);
+  auto box = makeMessageBox(message, dialogParent());
   QApplication::restoreOverrideCursor();
   int result = box->exec();
   if (m_busy) QApplication::setOverrideCursor(Qt::WaitCursor);
@@ -117,35 +189,86 @@ QString QtServices::dialogFilter(const std::string& filter) {
   return out.join(";;");
 }
 
+namespace {
+// The Poser chooser of the first start says what to pick and why.
+void explainPoserChooser(QFileDialog& dialog) {
+  dialog.setWindowTitle(QObject::tr("Find the Poser program"));
+  dialog.setNameFilters({QObject::tr("Poser program (Poser.exe poser.exe Poser*.exe)"), QObject::tr("All files (*)")});
+  const QString sentence = QObject::tr(
+      "Choose the Poser program (Poser.exe). Tolvane takes its folder as the Poser folder, the one that "
+      "holds Runtime\\Geometries and Runtime\\textures, to find the geometry and maps of your figures.");
+  dialog.setToolTip(sentence);
+  if (auto* grid = qobject_cast<QGridLayout*>(dialog.layout())) {
+    auto* label = new QLabel(sentence, &dialog);
+    label->setObjectName("DialogSentence");
+    label->setWordWrap(true);
+    // Above the dialog's own rows.
+    QList<QLayoutItem*> items;
+    QList<std::array<int, 4>> places;
+    while (grid->count() > 0) {
+      int row = 0, column = 0, rowSpan = 0, columnSpan = 0;
+      grid->getItemPosition(0, &row, &column, &rowSpan, &columnSpan);
+      places.append({row + 1, column, rowSpan, columnSpan});
+      items.append(grid->takeAt(0));
+    }
+    grid->addWidget(label, 0, 0, 1, grid->columnCount());
+    for (qsizetype i = 0; i < items.size(); ++i)
+      grid->addItem(items[i], places[i][0], places[i][1], places[i][2], places[i][3]);
+  }
+}
+
+// The path that the tool proposed, as the dialog would give it back.
+QString proposedPath(const ui::FileDialogRequest& request) {
+  if (request.fileName.empty()) return {};
+  QFileInfo proposed(fromPathText(request.fileName));
+  if (proposed.isRelative()) proposed = QFileInfo(QDir(fromPath(request.startFolder)), proposed.filePath());
+  return QDir::cleanPath(proposed.absoluteFilePath());
+}
+}  // namespace
+
 std::optional<std::string> QtServices::fileDialog(const ui::FileDialogRequest& request) {
   bool open = request.kind == ui::FileDialogRequest::Kind::Open;
   QString title = fromBytes(request.title);
   if (title.isEmpty()) title = open ? QObject::tr("Open") : QObject::tr("Save As");
-  QFileDialog dialog(m_window, title, fromPath(request.startFolder));
+  QFileDialog dialog(dialogParent(), title, fromPath(request.startFolder));
   dialog.setAcceptMode(open ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
   dialog.setFileMode(open ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
-  // The tools ask their own questions about replacing a file.
+  // Replacing the file the tool proposed is the tool's own question; another existing
+  // file is asked about here, as a save dialog does.
   dialog.setOption(QFileDialog::DontConfirmOverwrite, true);
   if (!request.filter.empty()) dialog.setNameFilter(dialogFilter(request.filter));
   if (!request.fileName.empty()) dialog.selectFile(fromPathText(request.fileName));
+  if (m_starting && open && request.title.empty() && request.filter.empty()) explainPoserChooser(dialog);
   QApplication::restoreOverrideCursor();
-  bool accepted = dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty();
+  std::optional<std::string> chosen;
+  while (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
+    QString path = dialog.selectedFiles().first();
+    if (!open && QFileInfo::exists(path) && QDir::cleanPath(QFileInfo(path).absoluteFilePath()) != proposedPath(request)) {
+      QMessageBox ask(QMessageBox::Warning, title,
+                      QObject::tr("%1 already exists.\nDo you want to replace it?").arg(QFileInfo(path).fileName()),
+                      QMessageBox::Yes | QMessageBox::No, &dialog);
+      ask.setObjectName("ConfirmReplace");
+      ask.setDefaultButton(QMessageBox::No);
+      if (ask.exec() != QMessageBox::Yes) continue;
+    }
+    chosen = toPathText(QDir::toNativeSeparators(path));
+    break;
+  }
   if (m_busy) QApplication::setOverrideCursor(Qt::WaitCursor);
-  if (!accepted) return std::nullopt;
-  return toPathText(QDir::toNativeSeparators(dialog.selectedFiles().first()));
+  return chosen;
 }
 
 std::optional<std::string> QtServices::inputLine(const std::string& prompt, const std::string& title,
                                                  const std::string& initial) {
   bool ok = false;
-  QString text = QInputDialog::getText(m_window, fromBytes(title), fromBytesMultiLine(prompt),
+  QString text = QInputDialog::getText(dialogParent(), fromBytes(title), fromBytesMultiLine(prompt),
                                        QLineEdit::Normal, fromBytes(initial), &ok);
   if (!ok) return std::nullopt;
   return toBytes(text);
 }
 
 std::optional<ui::Colour> QtServices::chooseColour(ui::Colour initial) {
-  QColor chosen = QColorDialog::getColor(toQColor(initial), m_window);
+  QColor chosen = QColorDialog::getColor(toQColor(initial), dialogParent());
   if (!chosen.isValid()) return std::nullopt;
   return fromQColor(chosen);
 }
@@ -163,7 +286,7 @@ void QtServices::printText(QPrinter& printer, const ui::PrintJob& job) {
 
 bool QtServices::print(const ui::PrintJob& job) {
   QPrinter printer(QPrinter::HighResolution);
-  QPrintDialog dialog(&printer, m_window);
+  QPrintDialog dialog(&printer, dialogParent());
   if (!job.title.empty()) dialog.setWindowTitle(fromBytes(job.title));
   if (dialog.exec() != QDialog::Accepted) return false;
   printText(printer, job);

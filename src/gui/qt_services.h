@@ -21,6 +21,9 @@ class QtServices : public ui::Services {
   // The window the dialogs belong to and the closing effect paints.
   void setWindow(QWidget* window) { m_window = window; }
   void setHttpTimeoutMs(int ms) { m_httpTimeoutMs = ms; }
+  // While the program starts, an open dialog without title or filter is the question
+  // for the Poser program: it then says what to pick and why, with a filter of its own.
+  void setStarting(bool starting) { m_starting = starting; }
 
   ui::Answer message(const ui::Message& message) override;
   std::optional<std::string> fileDialog(const ui::FileDialogRequest& request) override;
@@ -49,10 +52,17 @@ class QtServices : public ui::Services {
   static void printText(QPrinter& printer, const ui::PrintJob& job);
   // Turns "Text files|*.txt|All|*.*" into Qt's filter form; other text stays as it is.
   static QString dialogFilter(const std::string& filter);
+  // The plain sentence shown under a run-time error report ("Run-time error 'N':" and
+  // the error's text): what happened and what the user can do. Empty for other messages.
+  static QString runTimeErrorAdvice(const std::string& messageText);
+  // The window a dialog belongs to: the active modal dialog or window of the program
+  // (the editor, the notebook, ...), else the main window.
+  QWidget* dialogParent() const;
 
  private:
   QPointer<QWidget> m_window;
   bool m_busy = false;
+  bool m_starting = false;
   int m_httpTimeoutMs = 10000;
   static constexpr qint64 kHttpLargestBody = 1 << 20;
 };

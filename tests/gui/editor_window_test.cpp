@@ -25,9 +25,16 @@ class EditorWindowTest : public QObject {
     std::string original;
     gui::EditorWindow* window = nullptr;
 
-    Session() {
-      auto copy = tolvane::test::copyInto(TOLVANE_SAMPLES "/Runtime/Libraries/Character/Tolvane/Ava.cr2",
-                                          f.program.files());
+    // The sample figure, or a file of the test's own with `content`.
+    explicit Session(const std::string& content = {}) {
+      std::filesystem::path copy;
+      if (content.empty()) {
+        copy = tolvane::test::copyInto(TOLVANE_SAMPLES "/Runtime/Libraries/Character/Tolvane/Ava.cr2",
+                                       f.program.files());
+      } else {
+        copy = f.program.files() / "plain.cr2";
+        tolvane::test::writeFile(copy, content);
+      }
       figure = copy.string();
       original = tolvane::test::readFile(copy);
       f.showFigurePage();
@@ -38,6 +45,10 @@ class EditorWindowTest : public QObject {
       QTest::mouseClick(f.widget<QLabel>("LabelFileName"), Qt::LeftButton);
       QApplication::processEvents();
       window = qobject_cast<gui::EditorWindow*>(f.window->formWindow("FormEditor"));
+      if (window != nullptr) {
+        window->activateWindow();
+        QVERIFY2(QTest::qWaitForWindowActive(window), "the editor window takes the keys");
+      }
     }
     ui::FormEditor& form() { return f.program->formEditor; }
     template <class W>
@@ -111,6 +122,127 @@ class EditorWindowTest : public QObject {
     QTest::keyClick(s.window->leftView(), Qt::Key_F3);
     QCOMPARE(s.form().FoundPosition, static_cast<std::int32_t>(s.original.find("actor", first + 1)));
     QCOMPARE(s.form().RichTextBox1->text(), s.original);  // F3 types nothing
+  }
+
+  // The highlight of a found word covers its characters exactly, however far into the
+  // line it stands: no text of the word outside it, no text of its neighbours in it.
+  void foundTextIsHighlightedExactly() {
+    const std::string prefix(70, '.');
+    Session s("{\r\n" + prefix + " findme " + prefix + "\r\n}\r\n");
+    s.window->resize(1200, 500);
+    QApplication::processEvents();
+    gui::EditorView* view = s.window->leftView();
+    s.form().RichTextBox1->find("findme", 1, ui::kFindNoOptions);
+    s.form().RichTextBox1.textChanged();
+    view->setFocus();
+    view->refresh();
+    QApplication::processEvents();
+    QImage shot = view->viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const QColor highlight = view->palette().color(QPalette::Highlight);
+    int x0 = -1, x1 = -1, y0 = -1, y1 = -1;
+    for (int y = 0; y < shot.height(); ++y)
+      for (int x = 0; x < shot.width(); ++x)
+        if (shot.pixelColor(x, y) == highlight) {
+          if (x0 < 0 || x < x0) x0 = x;
+          x1 = std::max(x1, x);
+          if (y0 < 0) y0 = y;
+          y1 = y;
+        }
+    QVERIFY2(x0 >= 0, "a highlight is drawn");
+    const QColor base = shot.pixelColor(2, y0 + 1);
+    auto inkBetween = [&](int from, int to) {
+      int ink = 0;
+      for (int y = y0; y <= y1; ++y)
+        for (int x = std::max(0, from); x < std::min(shot.width(), to); ++x) {
+          QColor c = shot.pixelColor(x, y);
+          if (c != highlight && c != base) ++ink;
+        }
+      return ink;
+    };
+    const int cell = (x1 - x0 + 1) / 6;
+    QVERIFY(cell > 2);
+    QCOMPARE(inkBetween(x1 + 1, x1 + 1 + cell), 0);  // the blank behind the word
+    QCOMPARE(inkBetween(x0 - cell, x0), 0);          // the blank before it
+    QVERIFY(inkBetween(x0, x0 + cell) > 0);          // the f
+    QVERIFY(inkBetween(x1 + 1 - cell, x1 + 1) > 0);  // the e
+    // The line numbers stand in the gutter at the left.
+    QWidget* gutter = view->findChild<QWidget*>("LineNumbers");
+    QVERIFY(gutter != nullptr && gutter->isVisible() && gutter->width() > 0);
+    QVERIFY(view->viewport()->x() >= gutter->x() + gutter->width());
+  }
+
+  // The editor's keys: Ctrl+F and Ctrl+H open find and replace, F3 finds again from
+  // anywhere, Ctrl+G goes to the line box, Replace All stays at hand after a replace,
+  // Escape closes the window through the save question.
+  void keysOfTheEditor() {
+    Session s("{\r\nalpha beta\r\nalpha gamma\r\nalpha delta\r\n}\r\n");
+    gui::EditorView* left = s.window->leftView();
+    left->setFocus();
+    QTest::keyClick(left, Qt::Key_F, Qt::ControlModifier);
+    QApplication::processEvents();
+    auto* combo = s.child<QComboBox>("ComboFind");
+    QVERIFY(combo->isVisible());
+    QVERIFY(combo->hasFocus() || combo->lineEdit()->hasFocus());
+    QTest::keyClicks(combo->lineEdit(), "alpha");
+    QTest::keyClick(combo->lineEdit(), Qt::Key_Return);
+    QCOMPARE(s.form().FoundPosition, 3);
+    auto* lineBox = s.child<QLineEdit>("TextLineNum");
+    QTest::keyClick(left, Qt::Key_G, Qt::ControlModifier);
+    QVERIFY(lineBox->hasFocus());
+    QTest::keyClick(lineBox, Qt::Key_F3);  // F3 away from the pane finds in the pane
+    QCOMPARE(s.form().FoundPosition, 15);
+
+    QTest::keyClick(left, Qt::Key_H, Qt::ControlModifier);
+    auto* replace = s.child<QLineEdit>("TextReplace");
+    QVERIFY(replace->isVisible());
+    QTest::keyClicks(replace, "omega");
+    auto* all = s.child<QPushButton>("ButtonReplaceAll");
+    QVERIFY(all->isVisible());
+    s.f.program.services.expect("Note!", "Replace ALL instances on this page?", ui::Answer::Yes);
+    QTest::mouseClick(all, Qt::LeftButton);
+    QApplication::processEvents();
+    QVERIFY(!replace->isVisible());
+    // Each find starts behind the selection (the second alpha, found by F3).
+    QCOMPARE(s.form().RichTextBox1->text(), std::string("{\r\nalpha beta\r\nalpha gamma\r\nomega delta\r\n}\r\n"));
+    // After the replace, Replace All is still there and does the same again.
+    QVERIFY(all->isVisible());
+    left->setFocus();
+    QTest::keyClick(left, Qt::Key_Home, Qt::ControlModifier);
+    s.f.program.services.expect("Note!", "Replace ALL instances on this page?", ui::Answer::Yes);
+    QTest::mouseClick(all, Qt::LeftButton);
+    QApplication::processEvents();
+    QCOMPARE(s.f.program.services.pending(), std::size_t(0));
+    QCOMPARE(s.form().RichTextBox1->text(), std::string("{\r\nomega beta\r\nomega gamma\r\nomega delta\r\n}\r\n"));
+
+    // Escape closes through the question; No leaves the file as it was.
+    s.f.program.services.expect("Note!", "Save changes?", ui::Answer::No);
+    QTest::keyClick(left, Qt::Key_Escape);
+    QApplication::processEvents();
+    QVERIFY(!s.window->isVisible());
+    QCOMPARE(s.f.program.services.pending(), std::size_t(0));
+    QCOMPARE(tolvane::test::readFile(s.figure), std::string("{\r\nalpha beta\r\nalpha gamma\r\nalpha delta\r\n}\r\n"));
+  }
+
+  // "Second file" puts the second pane beside the first, and the title names both files.
+  void secondFileStandsBesideTheFirst() {
+    Session s;
+    const std::string second = (s.f.program.files() / "second.cr2").string();
+    tolvane::test::writeFile(second, "{\r\nsecond\r\n}\r\n");
+    s.window->resize(1000, 600);
+    s.f.program.services.expect("Note!", "Recent files list?", ui::Answer::No);
+    s.f.program.services.dialog(second);
+    QTest::mouseClick(s.child<QPushButton>("PictureSecFile"), Qt::LeftButton);
+    QApplication::processEvents();
+    QCOMPARE(s.f.program.services.pending(), std::size_t(0));
+    gui::EditorView* left = s.window->leftView();
+    gui::EditorView* right = s.window->rightView();
+    QVERIFY(left->isVisible() && right->isVisible());
+    QVERIFY(left->geometry().right() < right->geometry().left());
+    QVERIFY(left->width() > 300 && right->width() > 300);
+    QVERIFY(s.window->windowTitle().contains(QString::fromStdString(s.figure)));
+    QVERIFY(s.window->windowTitle().contains(QString::fromStdString(second)));
+    QCOMPARE(s.form().RichTextBox2->text(), std::string("{\r\nsecond\r\n}\r\n"));
+    QCOMPARE(s.form().RichTextBox1->text(), s.original);
   }
 
   void closeAsksAndSavesByteForByte() {

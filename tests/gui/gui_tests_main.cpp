@@ -9,6 +9,7 @@ QObject* newBindingTest();
 QObject* newQtServicesTest();
 QObject* newMorphDragTest();
 QObject* newErcWindowTest();
+QObject* newWindowTest();
 
 int main(int argc, char** argv) {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -20,6 +21,7 @@ int main(int argc, char** argv) {
       std::unique_ptr<QObject>(newMainWindowTest()), std::unique_ptr<QObject>(newBindingTest()),
       std::unique_ptr<QObject>(newQtServicesTest()), std::unique_ptr<QObject>(newMorphDragTest()),
       std::unique_ptr<QObject>(newErcWindowTest())};
+      std::unique_ptr<QObject>(newWindowTest())};
   int failed = 0;
   for (const auto& test : tests) {
     bool named = functions.isEmpty();
