@@ -20,8 +20,7 @@ int main(int argc, char** argv) {
   std::unique_ptr<QObject> tests[] = {
       std::unique_ptr<QObject>(newMainWindowTest()), std::unique_ptr<QObject>(newBindingTest()),
       std::unique_ptr<QObject>(newQtServicesTest()), std::unique_ptr<QObject>(newMorphDragTest()),
-      std::unique_ptr<QObject>(newErcWindowTest())};
-      std::unique_ptr<QObject>(newWindowTest())};
+      std::unique_ptr<QObject>(newErcWindowTest()), std::unique_ptr<QObject>(newWindowTest())};
   int failed = 0;
   for (const auto& test : tests) {
     bool named = functions.isEmpty();
