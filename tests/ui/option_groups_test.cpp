@@ -23,7 +23,7 @@ TEST(OptionGroups, AnOptionTurnedOnTurnsOffOnlyTheOthersOfItsContainer) {
     std::vector<const char*> off;   // the same container
     std::vector<const char*> stay;  // another container
   };
-  const Case cases[] = {
+  std::vector<Case> cases = {
       {"Opening", "OptionBodyPartRename", {"OptionChannelRename"}, {"OptionMashOBJ"}},
       {"Opening", "OptionChannelRename", {"OptionBodyPartRename"}, {"OptionMashMorph"}},
       {"Opening", "OptionMashMorph", {"OptionMashOBJ"}, {"OptionChannelRename"}},
@@ -35,6 +35,15 @@ TEST(OptionGroups, AnOptionTurnedOnTurnsOffOnlyTheOthersOfItsContainer) {
       {"FormOBJ", "OptionColorMaterials", {"OptionColorGroups", "OptionNoColors"}, {"OptionFrontView"}},
       {"FormOBJ", "OptionNoColors", {"OptionColorGroups", "OptionColorMaterials"}, {"OptionSideView"}},
   };
+  // The ten kinds of the controlled morph dialog are one group.
+  const char* kinds[] = {"OptionPBM", "OptionCM",  "OptionJCM", "OptionMCM", "OptionJCJ",
+                         "OptionMCJ", "OptionJCT", "OptionMCT", "OptionTCM", "OptionTCJ"};
+  for (const char* on : kinds) {
+    Case c{"DialogERC", on, {}, {}};
+    for (const char* other : kinds)
+      if (other != on) c.off.push_back(other);
+    cases.push_back(c);
+  }
   std::set<std::string> covered;
   for (const auto& c : cases) {
     SCOPED_TRACE(c.on);
