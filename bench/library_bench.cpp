@@ -3,7 +3,7 @@
 // ratio to `cp` of the same input in the same run, and the peak memory of a process
 // that runs that writer alone. Every writer streams, so the aim is within 3x of cp and
 // under 64 MB.
-// Usage: library_bench [MB]
+// Usage: library_bench [MB] [WRITER] (WRITER: run only the writers whose name holds it)
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -189,11 +189,13 @@ int run(int argc, char** argv) {
   cp(b.figure, b.dir / "cp.cr2");  // both inputs into the page cache
   cp(b.scene, b.dir / "cp.pz3");
   bool ok = true;
-  std::printf("best of 3 rounds; cp and cp with the copy flushed, of the writer's input\n");
+  std::printf("best of 5 rounds; cp and cp with the copy flushed, of the writer's input\n");
   std::printf("%-16s %8s %8s %7s %10s %7s %9s\n", "writer", "time", "cp", "ratio", "cp+flush", "ratio", "peak MB");
+  std::string only = argc > 2 ? argv[2] : "";
   for (const Writer& w : kWriters) {
+    if (std::string(w.name).find(only) == std::string::npos) continue;
     double best = 1e9, cpBest = 1e9, cpFlushed = 1e9, peak = 0;
-    for (int round = 0; round < 3; ++round) {
+    for (int round = 0; round < 5; ++round) {
       fs::path input = w.onScene ? b.scene : b.figure;
       cpBest = std::min(cpBest, cp(input, b.dir / "cp.copy"));
       cpFlushed = std::min(cpFlushed, cp(input, b.dir / "cp.copy", true));

@@ -14,6 +14,24 @@ using text::contains;
 
 namespace {
 
+// The bytes that the words a loop looks for are made of, at least one from each word: a
+// line that holds none of them holds none of the words, and its word searches are
+// passed over. Most lines of a figure (the deltas) hold none.
+class WordBytes {
+ public:
+  explicit WordBytes(std::string_view bytes) {
+    for (char c : bytes) m_in[static_cast<unsigned char>(c)] = true;
+  }
+  bool anyIn(std::string_view line) const {
+    for (char c : line)
+      if (m_in[static_cast<unsigned char>(c)]) return true;
+    return false;
+  }
+
+ private:
+  bool m_in[256] = {};
+};
+
 // The path up to its first dot, with the dot when `withDot`.
 std::string stem(const std::string& path, bool withDot) {
   long long dot = static_cast<long long>(text::InStr(path, "."));
@@ -104,9 +122,16 @@ class SceneToFigure {
   // Keeps the current line and what follows up to the ground, a light or the next
   // figureRes line; a camera goes with everything up to the next figureRes line.
   SceneStep scene() {
+    // One byte of each word: "CAMERA", "doc", "actor UNIVERSE", "prop GROUND", "LIGHT",
+    // "figureRes".
+    static const WordBytes words("CoUGLR");
     m_out.WriteLine(m_line);
     for (;;) {
       if (!m_in.readRawLine(m_line)) return SceneStep::Done;
+      if (!words.anyIn(m_line)) {
+        m_out.WriteLine(m_line);
+        continue;
+      }
       if (contains(m_line, "CAMERA"))
         do
           if (!m_in.readRawLine(m_line)) return SceneStep::Done;
@@ -124,8 +149,11 @@ class SceneToFigure {
 
   // Drops lines up to the next figure, prop, geometry or actor line, which is kept.
   SceneStep drop() {
+    // One byte of each word: "doc", "figureRes", "prop ", "setGeom", "actor".
+    static const WordBytes words("oRpGa");
     for (;;) {
       if (!m_in.readRawLine(m_line)) return SceneStep::Done;
+      if (!words.anyIn(m_line)) continue;
       if (contains(m_line, "doc")) return SceneStep::Tail;
       if (contains(m_line, "figureRes") || contains(m_line, "prop ") || contains(m_line, "setGeom") ||
           (contains(m_line, "actor") && !contains(m_line, "UNIVERSE")))

@@ -1,5 +1,7 @@
 #include "library/master_cr2.h"
 
+#include <algorithm>
+
 #include "program/program.h"
 #include "text/figure_scan.h"
 #include "text/figure_text.h"
@@ -186,9 +188,17 @@ void skipThrough(text::FigureScanner& in, std::string& line, const std::string& 
 // The first part: up to the second figureResFile line, without the storage and
 // geometry handler lines and the first figureResFile line.
 void writeDeclarations(text::LineReader& in, text::LineWriter& out) {
+  // A line without an "O", "G", "R" or colon holds none of the words and needs no fix:
+  // most lines of a figure, the deltas above all.
+  bool mark[256] = {};
+  for (unsigned char c : std::string_view("OGR:")) mark[c] = true;
   int figureRes = 0;
   std::string line;
   while (in.readRawLine(line)) {
+    if (std::none_of(line.begin(), line.end(), [&mark](char c) { return mark[static_cast<unsigned char>(c)]; })) {
+      out.WriteLine(line);
+      continue;
+    }
     if (contains(line, "figureResFile") && ++figureRes == 2) return;
     if (contains(line, "storageOffset") || contains(line, "geomHandlerGeom") || contains(line, "figureResFile"))
       continue;
