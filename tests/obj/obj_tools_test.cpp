@@ -261,3 +261,38 @@ TEST_F(LopperTest, AClickedColourRemovesItsGroupWhenLopModeEnds) {
 
 }  // namespace
 }  // namespace tolvane::test
+
+namespace tolvane::test {
+namespace {
+
+// Bad input: a secondary OBJ whose faces name vertices it does not have, and a lop
+// that removes every face.
+TEST_F(ObjToolsTest, BadSecondaryMeshIsReportedAndALopOfEverythingLeavesTheVertices) {
+  loadModel();
+  std::string second = writeObj("novertices.obj", {"vt 0 0", "f 1 2 3"});
+  std::string before = readFile(second);
+  services.dialog(second);
+  services.answerRunTimeErrors(true);
+  fire("PictureAddOBJ", EventKind::Click);
+  EXPECT_EQ(services.runTimeErrorReports(), 1);
+  EXPECT_FALSE(f.PictureMerge.visible());
+  EXPECT_EQ(readFile(second), before);
+
+  fire("PictureLop", EventKind::Click);
+  services.expect("Alert!", "Do you want to remove the mesh in this box?", Answer::Yes);
+  services.cancelDialog();
+  EventArgs a;
+  a.x = -5000;
+  a.y = -5000;
+  fire("PictureStore", EventKind::Press, a);
+  a.x = 5000;
+  a.y = 5000;
+  fire("PictureStore", EventKind::Release, a);
+  std::string lop = readFile(work("Lop.txt"));
+  EXPECT_EQ(lop.find("\r\nf "), std::string::npos);
+  EXPECT_NE(lop.find("v 0.25 0.5 -3\r\n"), std::string::npos);
+  EXPECT_EQ(readFile(obj), crlf(kModel));
+}
+
+}  // namespace
+}  // namespace tolvane::test
