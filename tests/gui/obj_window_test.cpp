@@ -149,7 +149,18 @@ class ObjWindowTest : public QObject {
     std::string boxed = (s.f.program.files() / "boxed.obj").string();
     s.f.program.services.expect("Alert!", "Do you want to remove the mesh in this box?", ui::Answer::Yes);
     s.f.program.services.dialog(boxed);
-    QPoint centre(front->width() / 2, front->height() / 2);
+    // Around the middle of the drawn mesh.
+    const ui::Raster& drawn = f.PictureStore.raster();
+    long long sx = 0, sy = 0, n = 0;
+    for (int y = 0; y < drawn.height(); ++y)
+      for (int x = 0; x < drawn.width(); ++x)
+        if ((drawn.pixel(x, y) & 0xFFFFFF) != 0xFFFFFF) {
+          sx += x;
+          sy += y;
+          ++n;
+        }
+    QVERIFY(n > 0);
+    QPoint centre(static_cast<int>(sx / n), static_cast<int>(sy / n));
     QTest::mousePress(front, Qt::LeftButton, {}, centre - QPoint(20, 20));
     QMouseEvent move(QEvent::MouseMove, QPointF(centre + QPoint(20, 20)), QPointF(front->mapToGlobal(centre)),
                      Qt::NoButton, Qt::LeftButton, Qt::NoModifier);

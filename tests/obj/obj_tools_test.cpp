@@ -261,3 +261,88 @@ TEST_F(LopperTest, AClickedColourRemovesItsGroupWhenLopModeEnds) {
 
 }  // namespace
 }  // namespace tolvane::test
+
+namespace tolvane::test {
+namespace {
+
+// Bad input: a secondary OBJ whose faces name vertices it does not have, and a lop
+// that removes every face.
+TEST_F(ObjToolsTest, BadSecondaryMeshIsReportedAndALopOfEverythingLeavesTheVertices) {
+  loadModel();
+  std::string second = writeObj("novertices.obj", {"vt 0 0", "f 1 2 3"});
+  std::string before = readFile(second);
+  services.dialog(second);
+  services.answerRunTimeErrors(true);
+  fire("PictureAddOBJ", EventKind::Click);
+  EXPECT_EQ(services.runTimeErrorReports(), 1);
+  EXPECT_FALSE(f.PictureMerge.visible());
+  EXPECT_EQ(readFile(second), before);
+
+  fire("PictureLop", EventKind::Click);
+  services.expect("Alert!", "Do you want to remove the mesh in this box?", Answer::Yes);
+  services.cancelDialog();
+  EventArgs a;
+  a.x = -5000;
+  a.y = -5000;
+  fire("PictureStore", EventKind::Press, a);
+  a.x = 5000;
+  a.y = 5000;
+  fire("PictureStore", EventKind::Release, a);
+  std::string lop = readFile(work("Lop.txt"));
+  EXPECT_EQ(lop.find("\r\nf "), std::string::npos);
+  EXPECT_NE(lop.find("v 0.25 0.5 -3\r\n"), std::string::npos);
+  EXPECT_EQ(readFile(obj), crlf(kModel));
+}
+
+}  // namespace
+}  // namespace tolvane::test
+
+namespace tolvane::test {
+namespace {
+
+// Every disk operation of the mirror's and the lopper's saves fails in turn: the user's
+// folder holds the OBJ as it was, and the saved file whole or not at all.
+struct LoadedModel {
+  LoadedModel() {
+    obj = (t.files() / "model.obj").string();
+    writeFile(obj, crlf(kModel));
+    t->opening.OpenFilePath = obj;
+    fireEvent(*t, "Opening", "PictureOBJView", EventKind::Click);
+    fireEvent(*t, "FormOBJ", "LabelView", EventKind::Click);
+  }
+  TestProgram& program() { return t; }
+  fs::path userFolder() { return t.files(); }
+  void fire(const char* control, EventKind kind, const EventArgs& args = {}) {
+    fireEvent(*t, "FormOBJ", control, kind, args);
+  }
+  TestProgram t;
+  std::string obj;
+};
+
+TEST(ObjToolFaults, MirrorAndLopSaves) {
+  // A mirror whose reload failed leaves the form half loaded, so the step loads first,
+  // as the user would after the error.
+  walkFaults<LoadedModel>(ENOSPC, [](LoadedModel& m) {
+    m.t->formOBJ.setCaption(std::string(ui::kObjViewerCaption) + m.obj);
+    m.t->opening.OpenFilePath = m.obj;
+    m.fire("LabelView", EventKind::Click);
+    for (int i = 0; i < 4; ++i) m.t.services.answer(i == 0 ? Answer::Yes : i < 3 ? Answer::No : Answer::OK);
+    m.t.services.dialog((m.t.files() / "mirrored.obj").string());
+    m.fire("LabelMirror", EventKind::Click);
+  });
+  walkFaults<LoadedModel>(ENOSPC, [](LoadedModel& m) {
+    if (m.t->formOBJ.lopMode == 0) m.fire("PictureLop", EventKind::Click);
+    m.t.services.answer(Answer::Yes);
+    m.t.services.dialog((m.t.files() / "lopped.obj").string());
+    EventArgs a;
+    a.x = 1;
+    a.y = 1;
+    m.fire("PictureStore", EventKind::Press, a);
+    a.x = 3;
+    a.y = 3;
+    m.fire("PictureStore", EventKind::Release, a);
+  });
+}
+
+}  // namespace
+}  // namespace tolvane::test

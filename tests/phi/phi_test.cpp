@@ -3,6 +3,8 @@
 // part tree and the OBJ it writes without a part and the parts below it.
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <cerrno>
 
 #include "fault_walk.h"
@@ -323,6 +325,30 @@ TEST(PhiFaults, SaveOfAnEditedFile) {
       p.fire("FormPhi", "LabelPhiSave", EventKind::Click);
     });
   }
+}
+
+// The Phi file names its figure's path, so every run of the walk works on a figure at
+// the same place: one folder of this process, made afresh for each run.
+struct FigureToPhi : PhiFixture {
+  FigureToPhi() : folder(fs::temp_directory_path() / ("tolvane-phi-faults-" + std::to_string(::getpid()))) {
+    fs::remove_all(folder);
+    fs::create_directories(folder);
+    cr2 = copyInto(kData / "sample.cr2", folder);
+  }
+  ~FigureToPhi() {
+    std::error_code ignored;
+    fs::remove_all(folder, ignored);
+  }
+  fs::path userFolder() { return folder; }
+  fs::path folder, cr2;
+};
+
+TEST(PhiFaults, CreationBesideTheFigure) {
+  walkFaults<FigureToPhi>(ENOSPC, [](FigureToPhi& p) {
+    p.t.services.dialog(p.cr2.string());
+    p.t.services.answer(ui::Answer::OK);
+    p.fire("Opening", "MenuPhi", EventKind::Click);
+  });
 }
 
 }  // namespace
