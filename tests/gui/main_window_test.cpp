@@ -52,6 +52,10 @@ void MainWindowTest::comesUpWithMenusAndPanes() {
            QStringList({"&Bracket Checker Ctrl+B", "&Manual Editor Ctrl+E", "Clear &ReadOnly Attributes... ",
                         "-", "Prop Obj File Relocator ", "Prop Texture File Relocator ", "-", "&Notepad ",
                         "Open Note&book ", "-", "ERC &Unique Name "}));
+                        "Open Note&book ", "Install Files From CR2 ", "Dial Renamer ", "Renumber File Sequence ",
+                        "Check for Current Version and News ", "Web Tutorials ", "Tolvane Help ", "Start Poser ",
+                        "Quickboot ", "Magnifier ", "Graph Paper ", "Launcher ",
+                        "Coordinate Materials with OBJ ", "New CR2 with External OBJ "}));
   QCOMPARE(entries("MenuHelp"), QStringList({"&About Tolvane F1"}));
   // The panes give their lines to drags and take several at once.
   for (const char* pane : {"ListActors", "ListChannels"}) {

@@ -226,6 +226,34 @@ TEST(Install, KnownExtensionsAreCountedInAnyCase) {
   for (const auto& c : cases) EXPECT_EQ(install::knownExtensionCount(c.first), c.second) << c.first;
 }
 
+// The inventory reads the file in large blocks: lines that straddle a block's edge, CR
+// LF, lone CR and lone LF line ends must come out as the line reader has them.
+TEST(Install, InventoryAgreesWithTheLineReaderAcrossBlocks) {
+  TempDir dir;
+  std::string text;
+  std::vector<std::string> expected;
+  const char* ends[] = {"\r\n", "\r", "\n"};
+  std::string line;
+  for (int i = 0; text.size() < (9u << 20); ++i) {
+    std::string piece = i % 7 == 0 ? "\ttextureMap \":Runtime:textures:m" + std::to_string(i) + ".JPG\""
+                                   : "\tv 0.125 " + std::to_string(i) + ".5 1.0";
+    if (i % 1000 == 0) piece += std::string(70000, 'x') + " a.obj";
+    const char* end = ends[i % 3];
+    text += piece + end;
+    line += piece;
+    if (end[0] == '\n') {
+      line += "\n";
+      continue;
+    }
+    if (install::knownExtensionCount(line) > 0 && (expected.empty() || expected.back() != line)) expected.push_back(line);
+    line.clear();
+  }
+  if (install::knownExtensionCount(line) > 0 && expected.back() != line) expected.push_back(line);
+  writeFile(dir / "big.cr2", text);
+  EXPECT_EQ(install::externalFileLines(dir / "big.cr2"), expected);
+  EXPECT_EQ(runTimeErrorOf([&] { install::externalFileLines(dir / "missing.cr2"); }), 53);
+}
+
 TEST(Install, FolderFormMakesAndRemovesFolders) {
   Installer in;
   writeFile(in.poser / "cr2install" / "fig.cr2", crlf({"figureResFile :Runtime:Geometries:A:a.obj"}));

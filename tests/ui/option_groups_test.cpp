@@ -34,6 +34,12 @@ TEST(OptionGroups, AnOptionTurnedOnTurnsOffOnlyTheOthersOfItsContainer) {
       {"FormOBJ", "OptionColorGroups", {"OptionColorMaterials", "OptionNoColors"}, {"OptionTopView"}},
       {"FormOBJ", "OptionColorMaterials", {"OptionColorGroups", "OptionNoColors"}, {"OptionFrontView"}},
       {"FormOBJ", "OptionNoColors", {"OptionColorGroups", "OptionColorMaterials"}, {"OptionSideView"}},
+      {"Opening", "OptionSepObjFiles", {"OptionOneObjFile"}, {"OptionMashOBJ"}},
+      {"Opening", "OptionOneObjFile", {"OptionSepObjFiles"}, {"OptionChannelRename"}},
+      {"FormRenumber", "OptionBMP", {"OptionOBJ"}, {}},
+      {"FormRenumber", "OptionOBJ", {"OptionBMP"}, {}},
+      {"FormScale", "OptionMM", {"OptionPixels"}, {}},
+      {"FormScale", "OptionPixels", {"OptionMM"}, {}},
   };
   // The ten kinds of the controlled morph dialog are one group.
   const char* kinds[] = {"OptionPBM", "OptionCM",  "OptionJCM", "OptionMCM", "OptionJCJ",
