@@ -4,27 +4,18 @@
 #include <QDir>
 #include <QFile>
 #include <QStandardPaths>
-#include <QTemporaryFile>
 
 #include "gui/qt_text.h"
+#include "program/data_folder.h"
 
 namespace tolvane::gui {
 
-namespace {
-bool canWriteIn(const QString& folder) {
-  QTemporaryFile probe(folder + "/.tolvane-probe-XXXXXX");
-  return probe.open();
-}
-}  // namespace
-
 std::filesystem::path workFolder() {
-  QString folder = qEnvironmentVariable("TOLVANE_WORKDIR");
-  if (folder.isEmpty()) {
-    folder = QCoreApplication::applicationDirPath();
-    if (!canWriteIn(folder)) folder = QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation);
-  }
-  QDir().mkpath(folder);
-  return std::filesystem::path(toPathText(QDir::toNativeSeparators(folder)));
+  std::filesystem::path folder = chooseWorkFolder(
+      toPathText(qEnvironmentVariable("TOLVANE_WORKDIR")), toPathText(QCoreApplication::applicationDirPath()),
+      toPathText(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation)));
+  QDir().mkpath(fromPath(folder));
+  return std::filesystem::path(toPathText(QDir::toNativeSeparators(fromPath(folder))));
 }
 
 ProgramOptions programOptions(const QStringList& arguments) {
@@ -32,7 +23,7 @@ ProgramOptions programOptions(const QStringList& arguments) {
   options.workDir = workFolder();
   options.currentDir = std::filesystem::path(toPathText(QDir::currentPath()));
   options.appPath = toPathText(QDir::toNativeSeparators(QCoreApplication::applicationDirPath()));
-  // The whole command line is one path: no parsing, no quotes removed.
+  // The file arguments left after the options are one path, joined with blanks.
   options.commandLine = toPathText(arguments.join(' '));
   return options;
 }

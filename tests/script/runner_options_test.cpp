@@ -2,6 +2,7 @@
 // and --version answer and stop, a value follows its option or an equals sign, "--"
 // ends the options, and anything else is refused with the usage.
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <sstream>
 
@@ -61,6 +62,32 @@ TEST(RuntimeFiles, InstalledOrInTheBuildFolder) {
   std::filesystem::create_directories(dir / "usr/share/tolvane/samples");
   EXPECT_EQ(runtimeDataFolder(bin), dir / "usr/share/tolvane");
   EXPECT_EQ(samplesFolder(bin), dir / "usr/share/tolvane/samples");
+}
+
+// The Work folder: the override, else a portable copy's own folder when it can be
+// written, else the per-user data folder; an installed program never takes its bin.
+TEST(RuntimeFiles, WorkFolderOfAPortableAndAnInstalledProgram) {
+  test::TempDir dir;
+  const std::filesystem::path portable = dir / "portable", bin = dir / "usr/bin", data = dir / "data";
+  for (const auto& f : {portable, bin, dir / "usr/share/tolvane"}) std::filesystem::create_directories(f);
+  struct Case {
+    const char* name;
+    std::filesystem::path chosen, program, expected;
+  };
+  const Case cases[] = {
+      {"override", dir / "mine", bin, dir / "mine"},
+      {"portable copy", "", portable, portable},
+      {"installed", "", bin, data},
+      {"missing folder", "", dir / "gone", data},
+  };
+  for (const Case& c : cases) EXPECT_EQ(chooseWorkFolder(c.chosen, c.program, data), c.expected) << c.name;
+  if (::geteuid() != 0) {  // root writes into any folder
+    std::filesystem::permissions(portable,
+                                 std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
+    EXPECT_EQ(chooseWorkFolder("", portable, data), data);
+    std::filesystem::permissions(portable, std::filesystem::perms::owner_all);
+  }
+  EXPECT_TRUE(std::filesystem::is_empty(portable));  // the probe is gone
 }
 
 }  // namespace
