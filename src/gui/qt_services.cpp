@@ -226,6 +226,11 @@ QString proposedPath(const ui::FileDialogRequest& request) {
 }
 }  // namespace
 
+bool QtServices::asksBeforeReplacing(const ui::FileDialogRequest& request, const QString& chosen) {
+  return request.kind == ui::FileDialogRequest::Kind::Save && QFileInfo::exists(chosen) &&
+         QDir::cleanPath(QFileInfo(chosen).absoluteFilePath()) != proposedPath(request);
+}
+
 std::optional<std::string> QtServices::fileDialog(const ui::FileDialogRequest& request) {
   bool open = request.kind == ui::FileDialogRequest::Kind::Open;
   QString title = fromBytes(request.title);
@@ -243,7 +248,7 @@ std::optional<std::string> QtServices::fileDialog(const ui::FileDialogRequest& r
   std::optional<std::string> chosen;
   while (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
     QString path = dialog.selectedFiles().first();
-    if (!open && QFileInfo::exists(path) && QDir::cleanPath(QFileInfo(path).absoluteFilePath()) != proposedPath(request)) {
+    if (asksBeforeReplacing(request, path)) {
       QMessageBox ask(QMessageBox::Warning, title,
                       QObject::tr("%1 already exists.\nDo you want to replace it?").arg(QFileInfo(path).fileName()),
                       QMessageBox::Yes | QMessageBox::No, &dialog);

@@ -52,6 +52,9 @@ class QtServices : public ui::Services {
   static void printText(QPrinter& printer, const ui::PrintJob& job);
   // Turns "Text files|*.txt|All|*.*" into Qt's filter form; other text stays as it is.
   static QString dialogFilter(const std::string& filter);
+  // Whether a save dialog asks before `chosen` is taken: it exists and is not the file
+  // the tool proposed (that one is the tool's own question).
+  static bool asksBeforeReplacing(const ui::FileDialogRequest& request, const QString& chosen);
   // The plain sentence shown under a run-time error report ("Run-time error 'N':" and
   // the error's text): what happened and what the user can do. Empty for other messages.
   static QString runTimeErrorAdvice(const std::string& messageText);

@@ -161,7 +161,7 @@ class EditorWindowTest : public QObject {
     };
     const int cell = (x1 - x0 + 1) / 6;
     QVERIFY(cell > 2);
-    QCOMPARE(inkBetween(x1 + 1, x1 + 1 + cell), 0);  // the blank behind the word
+    QCOMPARE(inkBetween(x1 + 3, x1 + 1 + cell), 0);  // the blank behind the word (past the caret)
     QCOMPARE(inkBetween(x0 - cell, x0), 0);          // the blank before it
     QVERIFY(inkBetween(x0, x0 + cell) > 0);          // the f
     QVERIFY(inkBetween(x1 + 1 - cell, x1 + 1) > 0);  // the e

@@ -62,6 +62,9 @@ class RealDragTest : public QObject {
   void cleanupTestCase();
   void morphDraggedOntoTheTrashIsRemovedFromTheFile();
   void fileDroppedFromAFileListOpens();
+  // With TOLVANE_SCREENSHOT=FILE.png: the main window with a copy of the sample figure
+  // open, as the picture in docs/ (scripts/screenshot.sh).
+  void screenshotOfTheMainWindow();
 
  private:
   QProcess m_windowManager;
@@ -146,6 +149,29 @@ void RealDragTest::fileDroppedFromAFileListOpens() {
   std::vector<RecordedEvent> drops = f.recorder.of("Opening", EventKind::Drop);
   QCOMPARE(drops.size(), std::size_t(1));
   QCOMPARE(drops[0].args.files, std::vector<std::string>{figure.string()});
+}
+
+void RealDragTest::screenshotOfTheMainWindow() {
+  const QString out = qEnvironmentVariable("TOLVANE_SCREENSHOT");
+  if (out.isEmpty()) QSKIP("TOLVANE_SCREENSHOT names no file");
+  WindowFixture f(true);
+  std::filesystem::copy(TOLVANE_SAMPLES, f.program.files() / "samples", std::filesystem::copy_options::recursive);
+  const std::filesystem::path samples = f.program.files() / "samples";
+  f.program.settings.save(kAppName, "Startup", "PLoc", samples.string() + "/");
+  f.program.settings.save(kAppName, "Startup", "Ver", "5.0");
+  f.program->commandLine = (samples / "Runtime" / "Libraries" / "Character" / "Tolvane" / "Ava.cr2").string();
+  f.window->resize(1280, 800);
+  for (int i = 0; i < 4; ++i) f.program.services.answer(ui::Answer::OK);  // the notes the open shows
+  try {
+    f.window->start();
+  } catch (const std::exception& e) {
+    QFAIL(e.what());
+  }
+  QVERIFY(QTest::qWaitFor([&] { return f.opening().ListActors.listCount() > 0; }, 10000));
+  f.opening().ListActors.setListIndex(3);
+  FormBinding::flushAll();
+  QTest::qWait(500);
+  QVERIFY(f.window->grab().save(out));
 }
 
 int main(int argc, char** argv) {
