@@ -49,7 +49,10 @@ void MainWindowTest::comesUpWithMenusAndPanes() {
                                              "&Recent Files ", "-", "E&xit Ctrl+Q"}));
   QCOMPARE(entries("MenuCR2Tools"),
            QStringList({"&Bracket Checker Ctrl+B", "&Manual Editor Ctrl+E", "Clear &ReadOnly Attributes... ",
-                        "-", "Prop Obj File Relocator ", "Prop Texture File Relocator ", "-", "&Notepad ",
+                        "-", "Hide/Unhide Dials ", "Turn Off Bending ", "Turn On Bending ", "Dial Tracking Speed ",
+                        "Remove IK Chains ", "Remove/Replace Twist Parameters ", "Force/Unforce Limits ",
+                        "Mirror Morphs ", "Open Mirrored Morph Result ", "Transfer Body Parts ", "-",
+                        "Prop Obj File Relocator ", "Prop Texture File Relocator ", "-", "&Notepad ",
                         "Open Note&book "}));
   QCOMPARE(entries("MenuHelp"), QStringList({"&About Tolvane F1"}));
   // The panes give their lines to drags and take several at once.
