@@ -122,6 +122,11 @@ void MainWindow::buildMenus() {
   m_pending.emplace_back(&o.menuEditor, menuAction(tools, QKeySequence("Ctrl+E")));
   m_pending.emplace_back(&o.MenuAttrib, menuAction(tools));
   tools->addSeparator();
+  // The dial and channel tools; the twist, limits and transfer lines do nothing.
+  for (ui::MenuItem* item : {&o.MenuDials, &o.MenuBendOff, &o.MenuBendOn, &o.menuDialTrackSpeed, &o.MenuDumpIK,
+                             &o.MenuTwist, &o.MenuLimits, &o.menuMirror, &o.menuMirrorOpen, &o.MenuTransferParts})
+    m_pending.emplace_back(item, menuAction(tools));
+  tools->addSeparator();
   m_pending.emplace_back(&o.MenuPropObjRel, menuAction(tools));
   m_pending.emplace_back(&o.MenuPropTexRel, menuAction(tools));
   tools->addSeparator();

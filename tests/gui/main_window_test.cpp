@@ -56,6 +56,11 @@ void MainWindowTest::comesUpWithMenusAndPanes() {
                         "Check for Current Version and News ", "Web Tutorials ", "Tolvane Help ", "Start Poser ",
                         "Quickboot ", "Magnifier ", "Graph Paper ", "Launcher ",
                         "Coordinate Materials with OBJ ", "New CR2 with External OBJ "}));
+                        "-", "Hide/Unhide Dials ", "Turn Off Bending ", "Turn On Bending ", "Dial Tracking Speed ",
+                        "Remove IK Chains ", "Remove/Replace Twist Parameters ", "Force/Unforce Limits ",
+                        "Mirror Morphs ", "Open Mirrored Morph Result ", "Transfer Body Parts ", "-",
+                        "Prop Obj File Relocator ", "Prop Texture File Relocator ", "-", "&Notepad ",
+                        "Open Note&book "}));
   QCOMPARE(entries("MenuHelp"), QStringList({"&About Tolvane F1"}));
   // The panes give their lines to drags and take several at once.
   for (const char* pane : {"ListActors", "ListChannels"}) {
