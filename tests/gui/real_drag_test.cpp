@@ -63,7 +63,7 @@ class RealDragTest : public QObject {
   void morphDraggedOntoTheTrashIsRemovedFromTheFile();
   void fileDroppedFromAFileListOpens();
   // With TOLVANE_SCREENSHOT=FILE.png: the main window with a copy of the sample figure
-  // open, as the picture in docs/ (scripts/screenshot.sh).
+  // open, as the picture in docs/ (scripts/docs-screenshot.sh).
   void screenshotOfTheMainWindow();
 
  private:
