@@ -16,6 +16,7 @@
 #include <QSettings>
 #include <QTimer>
 #include <QUrl>
+#include <functional>
 
 #include "gui/binders.h"
 #include "gui/form_windows.h"
@@ -26,6 +27,21 @@
 #include "program/program.h"
 
 namespace tolvane::gui {
+
+namespace {
+// Watches every event of the program for one purpose, apart from the window's own filter.
+class AppFilter : public QObject {
+ public:
+  AppFilter(QObject* parent, std::function<void(QObject*, QEvent*)> watch) : QObject(parent), m_watch(std::move(watch)) {}
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    m_watch(watched, event);
+    return false;
+  }
+
+ private:
+  std::function<void(QObject*, QEvent*)> m_watch;
+};
+}  // namespace
 
 MainWindow::MainWindow(Program& program, Dispatch dispatch, QWidget* parent)
     : QMainWindow(parent), m_program(program), m_dispatch(std::move(dispatch)) {
@@ -69,7 +85,10 @@ MainWindow::MainWindow(Program& program, Dispatch dispatch, QWidget* parent)
   }
   setAcceptDrops(true);
   widgetFor("ListChannels")->installEventFilter(this);
-  qApp->installEventFilter(this);  // a click outside a pop-up list closes it
+  // A click outside the recent-files list closes it.
+  qApp->installEventFilter(new AppFilter(this, [this](QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::MouseButtonPress && watched->isWidgetType()) closePopUpsAround(static_cast<QWidget*>(watched));
+  }));
   openingChanged();
   showChannelsHeading();
   restorePlace();
@@ -240,18 +259,6 @@ void MainWindow::dropEvent(QDropEvent* event) {
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
   ui::Opening& o = m_program.opening;
-  if (event->type() == QEvent::MouseButtonPress && watched->isWidgetType()) {
-    auto* clicked = static_cast<QWidget*>(watched);
-    for (ui::ListBox* l : {&o.ListMRU, &o.ListAllTexMaps}) {
-      QWidget* popUp = widgetFor(l->name());
-      if (l != &o.ListMRU || popUp == nullptr || !popUp->isVisible() || clicked->window() != this) continue;
-      if (popUp != clicked && !popUp->isAncestorOf(clicked)) {
-        l->setVisible(false);
-        FormBinding::flushAll();
-      }
-    }
-    return false;
-  }
   if (watched == widgetFor("ListChannels") && (event->type() == QEvent::Show || event->type() == QEvent::Hide))
     showChannelsHeading();
   if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape &&
@@ -268,6 +275,15 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
       (watched == widgetFor("ListMRU") || watched == widgetFor("ListAllTexMaps")))
     placePopUp(static_cast<QWidget*>(watched));
   return QMainWindow::eventFilter(watched, event);
+}
+
+void MainWindow::closePopUpsAround(QWidget* clicked) {
+  ui::ListBox& list = m_program.opening.ListMRU;
+  QWidget* popUp = widgetFor(list.name());
+  if (popUp == nullptr || !popUp->isVisible() || clicked->window() != this) return;
+  if (popUp == clicked || popUp->isAncestorOf(clicked)) return;
+  list.setVisible(false);
+  FormBinding::flushAll();
 }
 
 // The Delete key and the pane's "Remove" do what a drop of the chosen lines on the

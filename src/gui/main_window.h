@@ -79,6 +79,7 @@ class MainWindow : public QMainWindow {
   // The status bar: the open file's kind, size and lines when idle, the work when busy.
   void showDocumentState();
   void showChannelsHeading();
+  void closePopUpsAround(QWidget* clicked);
 
   Program& m_program;
   Dispatch m_dispatch;

@@ -237,7 +237,7 @@ void WindowTest::recentFilesListClosesWithEscapeOrAClickElsewhere() {
 // message box raised from it belongs to it.
 void WindowTest::notebookOpensCentredAndEscapeClosesIt() {
   WindowFixture f;
-  f.window->setGeometry(100, 100, 1000, 700);
+  f.window->setGeometry(60, 60, 700, 520);  // inside the smallest test screen (800x600)
   QtServices services;
   services.setWindow(f.window.get());
   ui::Form* notes = nullptr;
