@@ -34,6 +34,7 @@ LineWriter::~LineWriter() {
 
 void LineWriter::write(std::string_view bytes) {
   if (m_fd < 0) raiseError(kBadFileNameOrNumber, m_path.string());
+  if (bytes.empty()) return;  // an empty view may carry no buffer at all
   if (m_used + bytes.size() > m_buffer.size()) {
     flush();
     if (bytes.size() > m_buffer.size()) m_buffer.resize(bytes.size());
