@@ -16,6 +16,7 @@
 #include <string>
 #include <vector>
 
+#include "bench_support.h"
 #include "app/app.h"
 #include "generator/generator.h"
 #include "program/events.h"
@@ -26,19 +27,13 @@
 namespace {
 
 namespace fs = std::filesystem;
-using Clock = std::chrono::steady_clock;
+using tolvane::bench::Clock;
+using tolvane::bench::cpSeconds;
+using tolvane::bench::require;
+using tolvane::bench::seconds;
+using tolvane::bench::timed;
 using tolvane::EventKind;
 using tolvane::ui::Answer;
-
-double timed(const std::function<void()>& work) {
-  auto start = Clock::now();
-  work();
-  return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
-void require(bool ok, const std::string& what) {
-  if (!ok) throw std::runtime_error(what);
-}
 
 // Line numbers (1-based) of the lines that equal `line`, and the first material's name.
 struct Landmarks {
@@ -105,13 +100,7 @@ struct Bench {
   }
 
   // cp, and with `flush` the copy flushed to the device as every tool's replace flushes.
-  double cp(bool flush) {
-    std::string copy = (dir / "cp.cr2").string();
-    std::string command =
-        "cp '" + dest.string() + "' '" + copy + "'" + (flush ? " && sync -d '" + copy + "'" : "");
-    ::sync();
-    return timed([&] { require(std::system(command.c_str()) == 0, "cp failed"); });
-  }
+  double cp(bool flush) { return cpSeconds(dest, dir / "cp.cr2", flush); }
 };
 
 struct Row {
@@ -228,11 +217,4 @@ int run(int argc, char** argv) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  try {
-    return run(argc, argv);
-  } catch (const std::exception& e) {
-    std::fprintf(stderr, "channel_bench: %s\n", e.what());
-    return 1;
-  }
-}
+int main(int argc, char** argv) { return tolvane::bench::benchMain("channel_bench", run, argc, argv); }

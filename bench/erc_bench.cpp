@@ -16,6 +16,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "bench_support.h"
 #include "app/app.h"
 #include "erc/ecm_builder.h"
 #include "erc/emc_listing.h"
@@ -28,18 +29,12 @@
 namespace {
 
 namespace fs = std::filesystem;
-using Clock = std::chrono::steady_clock;
+using tolvane::bench::Clock;
+using tolvane::bench::cpSeconds;
+using tolvane::bench::require;
+using tolvane::bench::seconds;
+using tolvane::bench::timed;
 using tolvane::ui::Answer;
-
-double timed(const std::function<void()>& work) {
-  auto start = Clock::now();
-  work();
-  return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
-void require(bool ok, const char* what) {
-  if (!ok) throw std::runtime_error(what);
-}
 
 struct Bench {
   fs::path dir, dest;
@@ -104,19 +99,9 @@ struct Bench {
     return timed([&] { tolvane::erc::TextERCUniqueEnter(*program); });
   }
 
-  double cp() {
-    std::string command = "cp '" + dest.string() + "' '" + (dir / "cp.cr2").string() + "'";
-    ::sync();
-    return timed([&] { require(std::system(command.c_str()) == 0, "cp failed"); });
-  }
-
+  double cp() { return cpSeconds(dest, dir / "cp.cr2"); }
   // cp with the copy flushed to the device, as every tool's replace flushes its new text.
-  double cpFlushed() {
-    std::string command = "cp '" + dest.string() + "' '" + (dir / "cp.cr2").string() + "' && sync -d '" +
-                          (dir / "cp.cr2").string() + "'";
-    ::sync();
-    return timed([&] { require(std::system(command.c_str()) == 0, "cp failed"); });
-  }
+  double cpFlushed() { return cpSeconds(dest, dir / "cp.cr2", true); }
 };
 
 int run(int argc, char** argv) {
@@ -156,11 +141,4 @@ int run(int argc, char** argv) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  try {
-    return run(argc, argv);
-  } catch (const std::exception& e) {
-    std::fprintf(stderr, "erc_bench: %s\n", e.what());
-    return 1;
-  }
-}
+int main(int argc, char** argv) { return tolvane::bench::benchMain("erc_bench", run, argc, argv); }

@@ -18,6 +18,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "bench_support.h"
 #include "app/app.h"
 #include "generator/generator.h"
 #include "program/events.h"
@@ -28,13 +29,13 @@
 namespace {
 
 namespace fs = std::filesystem;
-using Clock = std::chrono::steady_clock;
+using tolvane::bench::Clock;
+using tolvane::bench::cpSeconds;
+using tolvane::bench::require;
+using tolvane::bench::seconds;
+using tolvane::bench::timed;
 using tolvane::EventKind;
 using tolvane::ui::Answer;
-
-void require(bool ok, const std::string& what) {
-  if (!ok) throw std::runtime_error(what);
-}
 
 struct Bench {
   fs::path dir, figure, scene;
@@ -138,20 +139,6 @@ const Writer kWriters[] = {
      }},
 };
 
-double seconds(const std::function<void()>& work) {
-  auto start = Clock::now();
-  work();
-  return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
-double cp(const fs::path& from, const fs::path& to, bool flush = false) {
-  std::string command = "cp '" + from.string() + "' '" + to.string() + "'";
-  // Every writer flushes its new text to the device before it takes its name.
-  if (flush) command += " && sync -d '" + to.string() + "'";
-  ::sync();
-  return seconds([&] { require(std::system(command.c_str()) == 0, "cp failed"); });
-}
-
 // Runs the writer in a child process; returns its time and the child's peak memory.
 std::pair<double, double> runAlone(Bench& b, const Writer& w) {
   int pipeFds[2];
@@ -165,7 +152,7 @@ std::pair<double, double> runAlone(Bench& b, const Writer& w) {
       b.clean();
       b.open(w.onScene ? b.scene : b.figure);
       if (w.prepare) w.prepare(b);
-      time = seconds([&] { w.run(b); });
+      time = timed([&] { w.run(b); });
       if (b.services.pending() != 0 || b.services.runTimeErrorReports() != 0) time = -1;
     } catch (const std::exception& e) {
       std::fprintf(stderr, "%s: %s\n", w.name, e.what());
@@ -186,8 +173,8 @@ std::pair<double, double> runAlone(Bench& b, const Writer& w) {
 int run(int argc, char** argv) {
   Bench b;
   b.setUp(argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 100);
-  cp(b.figure, b.dir / "cp.cr2");  // both inputs into the page cache
-  cp(b.scene, b.dir / "cp.pz3");
+  cpSeconds(b.figure, b.dir / "cp.cr2");  // both inputs into the page cache
+  cpSeconds(b.scene, b.dir / "cp.pz3");
   bool ok = true;
   std::printf("best of 5 rounds; cp and cp with the copy flushed, of the writer's input\n");
   std::printf("%-16s %8s %8s %7s %10s %7s %9s\n", "writer", "time", "cp", "ratio", "cp+flush", "ratio", "peak MB");
@@ -197,8 +184,8 @@ int run(int argc, char** argv) {
     double best = 1e9, cpBest = 1e9, cpFlushed = 1e9, peak = 0;
     for (int round = 0; round < 5; ++round) {
       fs::path input = w.onScene ? b.scene : b.figure;
-      cpBest = std::min(cpBest, cp(input, b.dir / "cp.copy"));
-      cpFlushed = std::min(cpFlushed, cp(input, b.dir / "cp.copy", true));
+      cpBest = std::min(cpBest, cpSeconds(input, b.dir / "cp.copy"));
+      cpFlushed = std::min(cpFlushed, cpSeconds(input, b.dir / "cp.copy", true));
       ::sync();
       auto [time, memory] = runAlone(b, w);
       require(time >= 0, std::string(w.name) + " failed");
@@ -217,11 +204,4 @@ int run(int argc, char** argv) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  try {
-    return run(argc, argv);
-  } catch (const std::exception& e) {
-    std::fprintf(stderr, "library_bench: %s\n", e.what());
-    return 1;
-  }
-}
+int main(int argc, char** argv) { return tolvane::bench::benchMain("library_bench", run, argc, argv); }
