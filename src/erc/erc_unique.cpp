@@ -15,7 +15,7 @@ constexpr const char* kScratch = "\\Unique.tmp";
 
 void ERCUniqueMenu(Program& program) {
   const std::string path = program.opening.LabelFileNameForEditor.caption();
-  std::string kind = text::Right(path, 3);
+  std::string kind = text::PlainKind(path);
   if (kind != "pz3" && kind != "cr2") {
     ui::msgBox(program.services, "CR2 or PZ3 files only!", "Error!", ui::Buttons::OK, ui::Icon::Critical);
     return;

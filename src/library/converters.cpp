@@ -240,7 +240,7 @@ void MakeAVIBackground(Program& program) {
   program.setCurrentDirFromFile(*chosen);
   std::filesystem::path scratch = program.workFile("\\Avi.txt");
   text::deleteIgnoringErrors(scratch);
-  if (text::Right(*chosen, 3) != "pz3") {
+  if (text::PlainKind(*chosen) != "pz3") {
     ui::msgBox(program.services, "You must choose a PZ3 file.", "Error!", ui::Buttons::OK, ui::Icon::Critical);
     return;
   }

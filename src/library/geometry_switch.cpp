@@ -99,7 +99,7 @@ void writeChannel(text::LineReader& in, text::LineWriter& out, const std::string
 void GeomSwitchMenu(Program& program) {
   ui::Opening& f = program.opening;
   std::string path = f.LabelFileNameForEditor.caption();
-  std::string kind = text::Right(path, 3);
+  std::string kind = text::PlainKind(path);
   if (kind != "cr2" && kind != "pp2") {
     ui::msgBox(program.services, "CR2 or PP2 files only!", "Error!", ui::Buttons::OK, ui::Icon::Critical);
     return;
@@ -142,7 +142,7 @@ void AltGeomActorsDblClick(Program& program) {
   f.ListAltGeomNames.setItems(alternatesFrom(source, c.line));
   long long count = f.ListAltGeomNames.listCount();
   std::string newName = c.name + "_" + std::to_string(count + 1);
-  bool prop = text::Right(path, 3) == "pp2";
+  bool prop = text::PlainKind(path) == "pp2";
   std::string resultName = prop ? "\\AltGeom.pp2" : "\\AltGeom.cr2";
   text::deleteIgnoringErrors(program.workFile("\\AltGeom.cr2"));
   text::deleteIgnoringErrors(program.workFile("\\AltGeom.pp2"));

@@ -245,7 +245,7 @@ void writeFigureSection(Program& program, text::FigureScanner& in, text::LineWri
 
 void CreateNullFigure(Program& program) {
   std::string path = program.opening.LabelFileNameForEditor.caption();
-  if (text::Right(path, 3) != "cr2") {
+  if (text::PlainKind(path) != "cr2") {
     ui::msgBox(program.services, "CR2 files only!", "Error!", ui::Buttons::OK, ui::Icon::Critical);
     return;
   }

@@ -89,7 +89,7 @@ std::string morValue(const std::string& value) { return text::Left(value, 1) == 
 void ShowMorEditor(Program& program) {
   ui::FormMOR& f = program.formMOR;
   std::string path = program.opening.LabelFileNameForEditor.caption();
-  if (text::Right(path, 3) != "cr2") {
+  if (text::PlainKind(path) != "cr2") {
     ui::msgBox(program.services, "CR2 files only!", "Error!", ui::Buttons::OK, ui::Icon::Critical);
     f.setVisible(false);
     return;
@@ -242,7 +242,7 @@ void printNotFound(Program& program, ui::FormPZ2Combine& f) {
 void ShowWelder(Program& program) {
   ui::FormPZ2Combine& f = program.formPZ2Combine;
   std::string path = program.opening.LabelFileNameForEditor.caption();
-  if (text::Right(path, 3) != "pz2") {
+  if (text::PlainKind(path) != "pz2") {
     ui::msgBox(program.services, "PZ2 files only!", "Error!", ui::Buttons::OK, ui::Icon::Critical);
     return;
   }
@@ -257,7 +257,7 @@ void WelderOpenSecond(Program& program) {
   auto chosen = ui::openDialog(program.services, program.currentDir);
   if (!chosen || chosen->empty()) return;
   program.setCurrentDirFromFile(*chosen);
-  if (text::Right(*chosen, 3) != "pz2") {
+  if (text::PlainKind(*chosen) != "pz2") {
     ui::msgBox(program.services, "PZ2 files only!", "Error!", ui::Buttons::OK, ui::Icon::Critical);
     return;
   }

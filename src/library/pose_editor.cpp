@@ -103,7 +103,7 @@ void savePose(Program& program) {
   std::string output = text::Left(path, static_cast<long long>(text::InStr(path, ".")) - 1) + "New.pz2";
   try {
     text::LineReader in(text::nativePath(path));
-    writePose(in, out.out(), text::Right(path, 3) == "pz3", f.ListActorsWanted.items());
+    writePose(in, out.out(), text::PlainKind(path) == "pz3", f.ListActorsWanted.items());
     out.WriteLine("}");
     in.close();
     out.close();
@@ -228,7 +228,7 @@ void ShowPoseEditor(Program& program, bool materialMode) {
   ui::FormPZ2& f = form(program);
   f.LabelMAT.setVisible(materialMode);
   std::string path = program.opening.LabelFileNameForEditor.caption();
-  std::string kind = text::Right(path, 3);
+  std::string kind = text::PlainKind(path);
   if (kind != "cr2" && kind != "pz3") {
     ui::msgBox(program.services, "CR2 or PZ3 files only!", "Error!", ui::Buttons::OK, ui::Icon::Exclamation);
     closeForm(program);

@@ -127,7 +127,7 @@ std::vector<std::string> defaultMaterialBlock(const std::string& name, const std
 void MatCoordinator(Program& program) {
   ui::Opening& f = program.opening;
   std::string document = f.LabelFileNameForEditor.caption();
-  if (text::Right(document, 3) != "cr2") {
+  if (text::PlainKind(document) != "cr2") {
     ui::msgBox(program.services, "CR2files only!", "Error!");
     return;
   }

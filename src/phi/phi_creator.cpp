@@ -21,6 +21,7 @@ namespace tolvane::phi {
 using text::Left;
 using text::Mid;
 using text::Right;
+using text::PlainKind;
 
 namespace {
 
@@ -259,7 +260,7 @@ void MenuPhiClick(Program& program) {
   if (!chosen || chosen->empty()) return;
   program.setCurrentDirFromFile(*chosen);
   std::string path = *chosen;
-  if (Right(path, 3) != "cr2") {
+  if (PlainKind(path) != "cr2") {
     ui::msgBox(s, "Wrong file type!", "Error!", ui::Buttons::OK, ui::Icon::Critical);
     return;
   }

@@ -73,6 +73,8 @@ char FigureNumber(std::string_view line) { return line.empty() ? '\0' : line.bac
 
 std::string FileKind(std::string_view path) { return gzip::plainKind(LCase(Right(path, 3))); }
 
+std::string PlainKind(std::string_view path) { return gzip::plainKind(Right(path, 3)); }
+
 std::string ToPoserPath(std::string_view path) {
   std::string text = Mid(path, static_cast<long long>(InStr(path, "Runtime")));
   std::replace(text.begin(), text.end(), '\\', ':');

@@ -43,6 +43,10 @@ char FigureNumber(std::string_view line);      // the last character
 // Lower-cased last three characters of a path; no dot is looked for. A compressed kind
 // gives the plain kind it holds ("crz" gives "cr2"), so every tool takes it as that kind.
 std::string FileKind(std::string_view path);
+// The last three characters of a path as they stand (so "CR2" is not "cr2"), except that a
+// compressed kind gives the plain kind it holds: the kind test of the tools that compare
+// the name's end exactly.
+std::string PlainKind(std::string_view path);
 
 // From a file path to the colon form inside figure text: the text from the first
 // "Runtime" on, every backslash (and, on this platform, every slash) a colon.

@@ -142,5 +142,40 @@ TEST_F(LibraryTest, NullFigureKeepsTheHierarchyAsFigureOne) {
   EXPECT_EQ(t.services.pending(), 0u);
 }
 
+// The kind test compares the name's end as it stands, with the compressed kinds taken as
+// the plain kind they hold: a gzip figure makes the same null figure, an upper-case name
+// is refused as the plain one always was.
+TEST_F(LibraryTest, NullFigureTakesACompressedFigureAsItsPlainKind) {
+  auto output = poser.string() + "/NullFig.cr2";
+  auto made = [&] {
+    t.services.answer(ui::Answer::OK);
+    t.services.expect("Note", "Null Figure CR2 saved as " + output);
+  };
+  made();
+  click("menuNullFig");
+  const std::string plain = readFile(output);
+  std::filesystem::remove(output);
+
+  for (const char* name : {"fig.crz", "fig.CR2"}) {
+    SCOPED_TRACE(name);
+    std::filesystem::path other = t.files() / name;
+    writeFile(other, gzipBytes(readFile(figure)));
+    t->opening.LabelFileNameForEditor.setCaption(other.string());
+    const bool packed = std::string(name) == "fig.crz";
+    if (packed) {
+      made();
+    } else {
+      t.services.expect("Error!", "CR2 files only!");
+    }
+    click("menuNullFig");
+    EXPECT_EQ(t.services.pending(), 0u);
+    EXPECT_EQ(std::filesystem::exists(output), packed);
+    if (packed) {
+      EXPECT_EQ(readFile(output), plain);
+    }
+    std::filesystem::remove(output);
+  }
+}
+
 }  // namespace
 }  // namespace tolvane::test
