@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "program/events.h"
+#include "text/run_time_number.h"
 
 namespace tolvane {
 class Program;
@@ -51,14 +52,16 @@ void PhiLopperReturn(Program& program);
 void PictureNewFileClick(Program& program);
 
 // A record without the blanks around it, as a view.
-inline std::string_view trimmedView(std::string_view text) {
-  std::size_t first = text.find_first_not_of(' ');
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+inline std::string_view trimmedView(std::string_view record) {
+  record = record.substr(0, text::lengthWithoutTrailingBlanks(record));
+  std::size_t first = record.find_first_not_of(' ');
+  return first == std::string_view::npos ? std::string_view() : record.substr(first);
 }
 
-// "vt " and the two texts of a texture record ("u*v"), each trimmed.
+// "vt " and the two texts of a texture record ("u*v"), each trimmed; the append form
+// adds the line to `out`.
 std::string textureLine(std::string_view record);
+void appendTextureLine(std::string& out, std::string_view record);
 
 // Deletes the scratch files of the later tools, as the close does.
 void deleteToolScratch(Program& program);
