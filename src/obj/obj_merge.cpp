@@ -1,6 +1,8 @@
 // The secondary mesh (PictureAddOBJ) in its own scratch arrays and pictures, moved by
 // drags on the still pictures, and the merge of both meshes into MergeTest.obj.
+#include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <memory>
 
 #include "obj/obj_geometry.h"
@@ -232,12 +234,35 @@ void MoveTopAdd(Program& program, int view, int dx, int dy) {
       break;
   }
   // Each Add picture sits where its two coordinates put it.
-  f.PictureAddObjFront.setTop(text::CLng(-f.addShiftY * downY));
-  f.PictureAddObjSide.setTop(text::CLng(-f.addShiftY * downY));
-  f.PictureAddObjTop.setTop(text::CLng(f.addShiftZ * downY));
-  f.PictureAddObjFront.setToolTip(std::to_string(text::CLng(f.addShiftX * across * scales.x)));
-  f.PictureAddObjSide.setToolTip(std::to_string(text::CLng(f.addShiftZ * across * scales.y)));
-  f.PictureAddObjTop.setToolTip(std::to_string(text::CLng(f.addShiftX * across * scales.x)));
+  int which = 1;
+  for (ui::DrawnPicture* p : {&f.PictureAddObjFront, &f.PictureAddObjSide, &f.PictureAddObjTop}) {
+    int left = 0, top = 0;
+    AddPictureOffset(f, which++, left, top);
+    p->setTop(top);
+    p->setToolTip(std::to_string(left));
+  }
+}
+
+void AddPictureOffset(const ui::FormOBJ& form, int view, int& dx, int& dy) {
+  ViewScales scales = viewScales(form);
+  double across = form.PictureStore.width() / 6.0;
+  double downY = scales.y * scales.y;
+  // A picture dragged far off is kept within reach of a 32-bit pixel position.
+  auto pixels = [](double value) { return static_cast<int>(std::lround(std::clamp(value, -1e6, 1e6))); };
+  switch (view) {
+    case 2:
+      dx = pixels(form.addShiftZ * across * scales.y);
+      dy = pixels(-form.addShiftY * downY);
+      break;
+    case 3:
+      dx = pixels(form.addShiftX * across * scales.x);
+      dy = pixels(form.addShiftZ * downY);
+      break;
+    default:
+      dx = pixels(form.addShiftX * across * scales.x);
+      dy = pixels(-form.addShiftY * downY);
+      break;
+  }
 }
 
 void PictureMergeClick(Program& program) {

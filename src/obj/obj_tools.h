@@ -10,7 +10,10 @@
 
 namespace tolvane {
 class Program;
+namespace ui {
+class FormOBJ;
 }
+}  // namespace tolvane
 
 namespace tolvane::obj {
 
@@ -23,6 +26,9 @@ void PictureAddOBJClick(Program& program);
 void PictureMergeClick(Program& program);
 // A drag on a still picture while a secondary mesh is held moves the Add pictures.
 void MoveTopAdd(Program& program, int view, int dx, int dy);
+// How far the secondary mesh's picture for `view` (1 front, 2 side, 3 top) is drawn
+// from where it was parsed, in picture pixels: the held shift in that view's two axes.
+void AddPictureOffset(const ui::FormOBJ& form, int view, int& dx, int& dy);
 
 // The UV templates.
 void LabelUVMapClick(Program& program);
