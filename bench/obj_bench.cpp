@@ -229,8 +229,12 @@ void toolFigures(const fs::path& temp, std::uint64_t triangles) {
   fs::path second = temp / "second.obj";
   fs::copy_file(obj, second, fs::copy_options::overwrite_existing);
   plainParse(obj);
-  double plainSeconds = 1e9;
-  for (int i = 0; i < 3; ++i) plainSeconds = std::min(plainSeconds, secondsOf([&] { plainParse(obj); }));
+  double plainSeconds = 1e9, plainCpu = 1e9;
+  for (int i = 0; i < 3; ++i) {
+    double cpu = cpuSeconds();
+    plainSeconds = std::min(plainSeconds, secondsOf([&] { plainParse(obj); }));
+    plainCpu = std::min(plainCpu, cpuSeconds() - cpu);
+  }
   Session s(temp);
   s.load(obj);
   tolvane::Program& p = *s.program;
@@ -239,7 +243,10 @@ void toolFigures(const fs::path& temp, std::uint64_t triangles) {
   auto fire = [&p](const char* control, EventKind kind, const tolvane::EventArgs& args = {}) {
     tolvane::fireEvent(p, "FormOBJ", control, kind, args);
   };
+  double cpu = cpuSeconds();
   double uv = secondsOf([&] { fire("LabelUVMap", EventKind::Click); });
+  double uvCpu = cpuSeconds() - cpu;
+  cpu = cpuSeconds();
   double mirror = secondsOf([&] {
     s.services.answer(Answer::Yes);
     s.services.answer(Answer::No);
@@ -248,7 +255,8 @@ void toolFigures(const fs::path& temp, std::uint64_t triangles) {
     s.services.cancelDialog();
     fire("LabelMirror", EventKind::Click);
   });
-  double cpu = cpuSeconds();
+  double mirrorCpu = cpuSeconds() - cpu;
+  cpu = cpuSeconds();
   double add = secondsOf([&] {
     s.services.dialog(second.string());
     fire("PictureAddOBJ", EventKind::Click);
@@ -262,6 +270,7 @@ void toolFigures(const fs::path& temp, std::uint64_t triangles) {
   double mergeCpu = cpuSeconds() - cpu;
   double merge = add + mergeOnly;
   p.formOBJ.secondaryHeld = false;
+  cpu = cpuSeconds();
   double lop = secondsOf([&] {
     fire("PictureLop", EventKind::Click);
     tolvane::EventArgs a;
@@ -275,17 +284,22 @@ void toolFigures(const fs::path& temp, std::uint64_t triangles) {
     s.services.cancelDialog();
     fire("PictureStore", EventKind::Release, a);
   });
+  double lopCpu = cpuSeconds() - cpu;
   for (const auto& m : s.services.messages())
     if (m.title.rfind("Run-time", 0) == 0 || m.text.rfind("Run-time", 0) == 0)
       std::fprintf(stderr, "message: %s: %s\n", m.title.c_str(), m.text.c_str());
-  std::printf("tools plain     %.3f s\n", plainSeconds);
-  std::printf("UV template     %.3f s, %.1f x plain (goal: within 5)\n", uv, uv / plainSeconds);
-  std::printf("mirror          %.3f s, %.1f x plain (goal: within 5)\n", mirror, mirror / plainSeconds);
-  std::printf("merge           %.3f s, %.1f x plain (goal: within 5; the second mesh's parse included)\n", merge,
-              merge / plainSeconds);
+  // The processor-time ratios hold steadier than the wall-clock ones on a shared machine.
+  std::printf("tools plain     %.3f s (%.3f s processor)\n", plainSeconds, plainCpu);
+  auto row = [&](const char* name, double seconds, double processor, const char* note) {
+    std::printf("%-15s %.3f s, %.1f x plain (%.3f s processor, %.1f x) (goal: within 5%s)\n", name, seconds,
+                seconds / plainSeconds, processor, processor / plainCpu, note);
+  };
+  row("UV template", uv, uvCpu, "");
+  row("mirror", mirror, mirrorCpu, "");
+  row("merge", merge, addCpu + mergeCpu, "; the second mesh's parse included");
   std::printf("  of which       the second mesh's parse %.3f s (%.3f s processor), the merge %.3f s (%.3f s)\n",
               add, addCpu, mergeOnly, mergeCpu);
-  std::printf("box lop         %.3f s, %.1f x plain (goal: within 5)\n", lop, lop / plainSeconds);
+  row("box lop", lop, lopCpu, "");
 }
 
 }  // namespace

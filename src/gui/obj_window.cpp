@@ -7,8 +7,10 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QImage>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPainter>
 #include <QPlainTextEdit>
 #include <QRadioButton>
 #include <QScreen>
@@ -19,6 +21,7 @@
 #include "gui/picture_button.h"
 #include "gui/picture_view.h"
 #include "gui/qt_text.h"
+#include "obj/obj_tools.h"
 #include "obj/obj_view.h"
 #include "program/program.h"
 #include "ui/form_obj.h"
@@ -64,6 +67,49 @@ class GlViewBinder : public ControlBinder {
  protected:
   void refreshContent(bool) override {}
   void applyColours(ui::Colour, ui::Colour) override {}
+};
+
+// A secondary mesh's picture, laid over the still picture of its view: what the form
+// drew in it, with its white ground left out, where the held shift puts it. Mouse
+// events go through it to the still picture beneath, which moves the mesh.
+class AddPictureView : public PictureView {
+ public:
+  AddPictureView(const ui::FormOBJ& form, const ui::DrawnPicture& picture, int view, QWidget* parent)
+      : PictureView(picture, parent), m_form(form), m_picture(picture), m_view(view) {
+    setAttribute(Qt::WA_OpaquePaintEvent, false);
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    const ui::Raster& r = m_picture.raster();
+    QImage drawn = QImage(reinterpret_cast<const uchar*>(r.data()), r.width(), r.height(), r.width() * 4,
+                          QImage::Format_RGB32)
+                       .convertToFormat(QImage::Format_ARGB32);
+    for (int y = 0; y < drawn.height(); ++y) {
+      auto* line = reinterpret_cast<QRgb*>(drawn.scanLine(y));
+      for (int x = 0; x < drawn.width(); ++x)
+        if ((line[x] & 0xFFFFFF) == 0xFFFFFF) line[x] = 0;
+    }
+    int dx = 0, dy = 0;
+    obj::AddPictureOffset(m_form, m_view, dx, dy);
+    QPainter painter(this);
+    painter.drawImage(rect().translated(dx, dy), drawn);
+  }
+
+ private:
+  const ui::FormOBJ& m_form;
+  const ui::DrawnPicture& m_picture;
+  int m_view;
+};
+
+// The secondary picture stays where it is laid; its drawing moves instead.
+class AddPictureBinder : public PictureViewBinder {
+ public:
+  using PictureViewBinder::PictureViewBinder;
+
+ protected:
+  void applyTop(int) override {}
 };
 
 QLabel* commandLabel() {
@@ -125,10 +171,17 @@ QWidget* ObjWindow::buildDrawingArea() {
       binding().bindWith(*p, std::make_unique<GlViewBinder>(binding(), *p, m_gl));
       continue;
     }
-    auto* view = new PictureView(*p, area);
+    int addView = p == &m_form.PictureAddObjFront  ? 1
+                  : p == &m_form.PictureAddObjSide ? 2
+                  : p == &m_form.PictureAddObjTop  ? 3
+                                                   : 0;
+    PictureView* view = addView == 0 ? new PictureView(*p, area) : new AddPictureView(m_form, *p, addView, area);
     view->setObjectName(fromBytes(p->name()));
     m_pictures[p->name()] = view;
-    binding().bindWith(*p, std::make_unique<PictureViewBinder>(binding(), *p, view));
+    if (addView == 0)
+      binding().bindWith(*p, std::make_unique<PictureViewBinder>(binding(), *p, view));
+    else
+      binding().bindWith(*p, std::make_unique<AddPictureBinder>(binding(), *p, view));
   }
   for (ui::Image* cover : {&m_form.ImageBoss, &m_form.ImageRDS}) {
     auto* l = new QLabel(cover == &m_form.ImageBoss ? tr("Rendering...") : tr("Ray tracing"), area);

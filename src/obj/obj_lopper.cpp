@@ -83,7 +83,11 @@ void RunLopper(Program& program) {
   }
   {
     text::RecordFile textures(program.workFile("VTArray.txt"), kVertexRecord);
-    while (textures.nextView(record)) out.WriteLine(textureLine(record));
+    for (std::string line; textures.nextView(record);) {
+      line.clear();
+      appendTextureLine(line, record);
+      out.WriteLine(line);
+    }
   }
   std::vector<double> clicked;
   for (const std::string& entry : f.ListLop.items()) clicked.push_back(text::Val(entry));
@@ -103,7 +107,8 @@ void RunLopper(Program& program) {
   std::string lastGroup;
   bool removed = false;
   text::FaceCorners corners;
-  std::vector<ui::PicturePoint> points;
+  std::vector<ui::PicturePoint> points, projected(f.vertexTable.size());
+  std::vector<char> projectedYet(f.vertexTable.size());
   text::FigureScanner in(filePath(program, f.captionPath()));
   std::string scratch;
   std::string_view raw, line;
@@ -132,8 +137,17 @@ void RunLopper(Program& program) {
         points.resize(corners.positions);
         bool marked = false;
         for (std::size_t c = 0; c < corners.positions; ++c) {
-          const ui::ObjVertex& v = f.vertexTable[text::cornerSlot(corners, c, f.vertexCount)];
-          ui::PicturePoint p = viewPoint(project(v, scales, w, h), view);
+          // A vertex is projected when a face first uses it; faces share their corners.
+          std::uint32_t slot = text::cornerSlot(corners, c, f.vertexCount);
+          if (slot >= projectedYet.size()) {
+            projectedYet.resize(slot + 1);
+            projected.resize(slot + 1);
+          }
+          if (!projectedYet[slot]) {
+            projected[slot] = viewPoint(project(f.vertexTable[slot], scales, w, h), view);
+            projectedYet[slot] = 1;
+          }
+          ui::PicturePoint p = projected[slot];
           points[c] = p;
           if (boxed && p.x > x1 && p.x < x2 && p.y > y1 && p.y < y2) marked = true;
         }

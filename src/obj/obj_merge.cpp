@@ -1,5 +1,8 @@
 // The secondary mesh (PictureAddOBJ) in its own scratch arrays and pictures, moved by
 // drags on the still pictures, and the merge of both meshes into MergeTest.obj.
+#include <algorithm>
+#include <charconv>
+#include <cmath>
 #include <memory>
 
 #include "obj/obj_geometry.h"
@@ -42,6 +45,8 @@ void parseSecondary(Program& program, const std::filesystem::path& source) {
   text::VertexText vt;
   text::FaceCorners corners;
   std::vector<ui::PicturePoint> front, side, top;
+  std::vector<PicturePoints> projected;
+  std::vector<char> done;
   for (ui::DrawnPicture* p : {&f.PictureAddObjFront, &f.PictureAddObjSide, &f.PictureAddObjTop}) {
     p->Cls();
     p->setFillColor(0x800000);
@@ -72,8 +77,16 @@ void parseSecondary(Program& program, const std::filesystem::path& source) {
         front.resize(n);
         side.resize(n);
         top.resize(n);
+        projected.resize(table.size());
+        done.resize(table.size());
         for (std::size_t c = 0; c < n; ++c) {
-          PicturePoints p = project(table[text::cornerSlot(corners, c, table.size() - 1)], scales, w, h);
+          // A vertex is projected when a face first uses it; faces share their corners.
+          std::uint32_t slot = text::cornerSlot(corners, c, table.size() - 1);
+          if (!done[slot]) {
+            projected[slot] = project(table[slot], scales, w, h);
+            done[slot] = 1;
+          }
+          const PicturePoints& p = projected[slot];
           front[c] = p.front;
           side[c] = p.side;
           top[c] = p.top;
@@ -94,31 +107,59 @@ void parseSecondary(Program& program, const std::filesystem::path& source) {
   for (ui::DrawnPicture* p : {&f.PictureAddObjFront, &f.PictureAddObjSide, &f.PictureAddObjTop}) p->refresh();
 }
 
-// The run-time text of a coordinate with the merge's lead: "-0" and the text behind the
-// sign for a negative value, else "0" and the trimmed text.
-std::string leadText(double value) {
-  std::string t = text::Trim(text::StrSingle(value));
-  return text::hasPrefix(t, "-") ? "-0" + text::Mid(t, 2) : "0" + t;
+// Appends the run-time text of a coordinate with the merge's lead: "-0" and the text
+// behind the sign for a negative value, else "0" and the trimmed text.
+void appendLeadText(std::string& out, double value) {
+  std::string t = text::StrSingle(value);
+  std::string_view v = trimmedView(t);
+  if (text::hasPrefix(v, "-")) {
+    out += "-0";
+    v.remove_prefix(1);
+  } else {
+    out += '0';
+  }
+  out += v;
 }
 
 }  // namespace
 
 // The text before and behind the first "*" of a texture record, each trimmed.
-std::string textureLine(std::string_view record) {
+void appendTextureLine(std::string& out, std::string_view record) {
   std::string_view r = trimmedView(record);
   std::size_t star = r.find('*');
-  std::string line = "vt ";
-  line += trimmedView(r.substr(0, star));
-  line += ' ';
-  if (star != std::string_view::npos) line += trimmedView(r.substr(star + 1));
+  out += "vt ";
+  out += trimmedView(r.substr(0, star));
+  out += ' ';
+  if (star != std::string_view::npos) out += trimmedView(r.substr(star + 1));
+}
+
+std::string textureLine(std::string_view record) {
+  std::string line;
+  appendTextureLine(line, record);
   return line;
 }
 
 namespace {
 
+// The whole part of a corner's number: a plain integer is read directly, anything else
+// (a fraction, a sign, trailing text) through the run-time's reading.
+long long cornerNumber(std::string_view number) {
+  long long whole = 0;
+  auto parsed = std::from_chars(number.data(), number.data() + number.size(), whole);
+  if (parsed.ec == std::errc() && parsed.ptr == number.data() + number.size()) return whole;
+  return static_cast<long long>(text::Val(number));
+}
+
+void appendNumber(std::string& out, long long value) {
+  char digits[24];
+  auto written = std::to_chars(digits, digits + sizeof digits, value);
+  out.append(digits, written.ptr);
+}
+
 // A face of the secondary mesh with both offsets: each corner's first and second number.
-std::string offsetFace(std::string_view record, std::uint64_t vertexOffset, std::uint64_t textureOffset) {
-  std::string out = "f";
+void appendOffsetFace(std::string& out, std::string_view record, std::uint64_t vertexOffset,
+                      std::uint64_t textureOffset) {
+  out += 'f';
   std::string_view rest = record.substr(1);
   std::size_t at = 0;
   while (at < rest.size()) {
@@ -134,12 +175,12 @@ std::string offsetFace(std::string_view record, std::uint64_t vertexOffset, std:
       second = corner.substr(slash + 1);
       second = second.substr(0, second.find('/'));
     }
-    long long a = static_cast<long long>(text::Val(first)) + static_cast<long long>(vertexOffset);
-    long long b = static_cast<long long>(text::Val(second)) + static_cast<long long>(textureOffset);
-    out += " " + std::to_string(a) + "/" + std::to_string(b);
+    out += ' ';
+    appendNumber(out, cornerNumber(first) + static_cast<long long>(vertexOffset));
+    out += '/';
+    appendNumber(out, cornerNumber(second) + static_cast<long long>(textureOffset));
     at = end;
   }
-  return out;
 }
 
 }  // namespace
@@ -193,12 +234,35 @@ void MoveTopAdd(Program& program, int view, int dx, int dy) {
       break;
   }
   // Each Add picture sits where its two coordinates put it.
-  f.PictureAddObjFront.setTop(text::CLng(-f.addShiftY * downY));
-  f.PictureAddObjSide.setTop(text::CLng(-f.addShiftY * downY));
-  f.PictureAddObjTop.setTop(text::CLng(f.addShiftZ * downY));
-  f.PictureAddObjFront.setToolTip(std::to_string(text::CLng(f.addShiftX * across * scales.x)));
-  f.PictureAddObjSide.setToolTip(std::to_string(text::CLng(f.addShiftZ * across * scales.y)));
-  f.PictureAddObjTop.setToolTip(std::to_string(text::CLng(f.addShiftX * across * scales.x)));
+  int which = 1;
+  for (ui::DrawnPicture* p : {&f.PictureAddObjFront, &f.PictureAddObjSide, &f.PictureAddObjTop}) {
+    int left = 0, top = 0;
+    AddPictureOffset(f, which++, left, top);
+    p->setTop(top);
+    p->setToolTip(std::to_string(left));
+  }
+}
+
+void AddPictureOffset(const ui::FormOBJ& form, int view, int& dx, int& dy) {
+  ViewScales scales = viewScales(form);
+  double across = form.PictureStore.width() / 6.0;
+  double downY = scales.y * scales.y;
+  // A picture dragged far off is kept within reach of a 32-bit pixel position.
+  auto pixels = [](double value) { return static_cast<int>(std::lround(std::clamp(value, -1e6, 1e6))); };
+  switch (view) {
+    case 2:
+      dx = pixels(form.addShiftZ * across * scales.y);
+      dy = pixels(-form.addShiftY * downY);
+      break;
+    case 3:
+      dx = pixels(form.addShiftX * across * scales.x);
+      dy = pixels(form.addShiftZ * downY);
+      break;
+    default:
+      dx = pixels(form.addShiftX * across * scales.x);
+      dy = pixels(-form.addShiftY * downY);
+      break;
+  }
 }
 
 void PictureMergeClick(Program& program) {
@@ -209,6 +273,7 @@ void PictureMergeClick(Program& program) {
   try {
     text::LineWriter out(merge, text::LineWriter::Mode::Append);
     std::string_view record;
+    std::string line;
     std::uint64_t vertexOffset = 0, textureOffset = 0;
     {
       text::RecordFile main(program.workFile("VArray.txt"), kVertexRecord);
@@ -222,33 +287,42 @@ void PictureMergeClick(Program& program) {
       text::RecordFile add(program.workFile("VArrayAdd.txt"), kVertexRecord);
       while (add.nextView(record)) {
         if (!text::hasPrefix(record, "v")) continue;
-        std::string t(trimmedView(record.substr(1)));
+        std::string_view t = trimmedView(record.substr(1));
         std::size_t b1 = t.find(' ');
-        std::size_t b2 = b1 == std::string::npos ? std::string::npos : t.find(' ', b1 + 1);
+        std::size_t b2 = b1 == std::string_view::npos ? std::string_view::npos : t.find(' ', b1 + 1);
         double x = text::Val(t.substr(0, b1));
-        double y = b1 == std::string::npos ? 0 : text::Val(t.substr(b1 + 1, b2 - b1 - 1));
-        double z = b2 == std::string::npos ? 0 : text::Val(t.substr(b2 + 1));
-        out.WriteLine("v " + leadText(x + f.addShiftX) + " " + leadText(y + f.addShiftY) + " " +
-                      leadText(z + f.addShiftZ));
+        double y = b1 == std::string_view::npos ? 0 : text::Val(t.substr(b1 + 1, b2 - b1 - 1));
+        double z = b2 == std::string_view::npos ? 0 : text::Val(t.substr(b2 + 1));
+        line.assign("v ");
+        appendLeadText(line, x + f.addShiftX);
+        line += ' ';
+        appendLeadText(line, y + f.addShiftY);
+        line += ' ';
+        appendLeadText(line, z + f.addShiftZ);
+        out.WriteLine(line);
       }
     }
-    for (const char* name : {"VTArray.txt", "VTArrayAdd.txt"}) {
-      text::RecordFile textures(program.workFile(name), kVertexRecord);
+    for (bool secondary : {false, true}) {
+      text::RecordFile textures(program.workFile(secondary ? "VTArrayAdd.txt" : "VTArray.txt"), kVertexRecord);
       while (textures.nextView(record)) {
-        out.WriteLine(textureLine(record));
-        if (std::string(name) == "VTArray.txt") ++textureOffset;
+        line.clear();
+        appendTextureLine(line, record);
+        out.WriteLine(line);
+        if (!secondary) ++textureOffset;
       }
     }
-    for (const char* name : {"FArray.txt", "FArrayAdd.txt"}) {
-      bool secondary = std::string(name) == "FArrayAdd.txt";
-      text::RecordFile faces(program.workFile(name), kFaceRecord);
+    for (bool secondary : {false, true}) {
+      text::RecordFile faces(program.workFile(secondary ? "FArrayAdd.txt" : "FArray.txt"), kFaceRecord);
       while (faces.nextView(record)) {
         if (record.substr(0, 5) == "     ") continue;
         std::string_view t = trimmedView(record);
-        if (secondary && text::hasPrefix(t, "f"))
-          out.WriteLine(offsetFace(t, vertexOffset, textureOffset));
-        else
+        if (secondary && text::hasPrefix(t, "f")) {
+          line.clear();
+          appendOffsetFace(line, t, vertexOffset, textureOffset);
+          out.WriteLine(line);
+        } else {
           out.WriteLine(t);
+        }
       }
     }
     out.close();

@@ -6,10 +6,14 @@
 #include <string_view>
 
 #include "program/events.h"
+#include "text/run_time_number.h"
 
 namespace tolvane {
 class Program;
+namespace ui {
+class FormOBJ;
 }
+}  // namespace tolvane
 
 namespace tolvane::obj {
 
@@ -22,6 +26,9 @@ void PictureAddOBJClick(Program& program);
 void PictureMergeClick(Program& program);
 // A drag on a still picture while a secondary mesh is held moves the Add pictures.
 void MoveTopAdd(Program& program, int view, int dx, int dy);
+// How far the secondary mesh's picture for `view` (1 front, 2 side, 3 top) is drawn
+// from where it was parsed, in picture pixels: the held shift in that view's two axes.
+void AddPictureOffset(const ui::FormOBJ& form, int view, int& dx, int& dy);
 
 // The UV templates.
 void LabelUVMapClick(Program& program);
@@ -51,14 +58,16 @@ void PhiLopperReturn(Program& program);
 void PictureNewFileClick(Program& program);
 
 // A record without the blanks around it, as a view.
-inline std::string_view trimmedView(std::string_view text) {
-  std::size_t first = text.find_first_not_of(' ');
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+inline std::string_view trimmedView(std::string_view record) {
+  record = record.substr(0, text::lengthWithoutTrailingBlanks(record));
+  std::size_t first = record.find_first_not_of(' ');
+  return first == std::string_view::npos ? std::string_view() : record.substr(first);
 }
 
-// "vt " and the two texts of a texture record ("u*v"), each trimmed.
+// "vt " and the two texts of a texture record ("u*v"), each trimmed; the append form
+// adds the line to `out`.
 std::string textureLine(std::string_view record);
+void appendTextureLine(std::string& out, std::string_view record);
 
 // Deletes the scratch files of the later tools, as the close does.
 void deleteToolScratch(Program& program);

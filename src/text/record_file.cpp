@@ -55,6 +55,7 @@ void RecordFile::put(std::string_view text) {
 }
 
 void RecordFile::flushWrites(bool wait) {
+  if (m_writeBuffer.empty() && !m_handedOff) return;
   std::unique_lock<std::mutex> lock(m_mutex);
   if (!m_writeBuffer.empty()) {
     if (!m_writer.joinable()) m_writer = std::thread([this] { writeLoop(); });
@@ -64,6 +65,7 @@ void RecordFile::flushWrites(bool wait) {
         m_readStart < m_writeStart + m_writeBuffer.size())
       m_readBuffer.clear();
     m_pending.push_back({m_writeStart, std::move(m_writeBuffer)});
+    m_handedOff = true;
     m_writeBuffer.clear();
     if (!m_spare.empty()) {
       m_writeBuffer = std::move(m_spare.back());
@@ -73,7 +75,10 @@ void RecordFile::flushWrites(bool wait) {
     m_writeBuffer.reserve(kWriteBufferSize);
     m_changed.notify_all();
   }
-  if (wait) m_changed.wait(lock, [this] { return m_pending.empty() && !m_writing; });
+  if (wait) {
+    m_changed.wait(lock, [this] { return m_pending.empty() && !m_writing; });
+    m_handedOff = false;
+  }
   lock.unlock();
   raisePendingError();
 }
@@ -193,6 +198,7 @@ void RecordFile::close() {
   };
   try {
     flushWrites();
+    raisePendingError();
   } catch (...) {
     stopWriter();
     ::close(m_fd);

@@ -78,6 +78,9 @@ class RecordFile {
   std::condition_variable m_changed;
   std::deque<Pending> m_pending;
   bool m_writing = false;
+  // Whether buffers went to the writing thread since it was last waited for; without
+  // them a read need not take the lock.
+  bool m_handedOff = false;
   bool m_stop = false;
   int m_writeErrno = 0;
   std::vector<std::vector<char>> m_spare;  // written buffers for reuse

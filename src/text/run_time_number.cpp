@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <vector>
 
@@ -178,11 +179,22 @@ std::string LTrim(std::string_view text) {
   return std::string(text.substr(i));
 }
 
-std::string RTrim(std::string_view text) {
+std::size_t lengthWithoutTrailingBlanks(std::string_view text) {
+  constexpr std::uint64_t kBlanks = 0x2020202020202020ULL;
+  const char* s = text.data();
   std::size_t n = text.size();
-  while (n > 0 && isBlank(text[n - 1])) --n;
-  return std::string(text.substr(0, n));
+  auto word = [s](std::size_t at) {
+    std::uint64_t w;
+    std::memcpy(&w, s + at, sizeof w);
+    return w ^ kBlanks;
+  };
+  while (n >= 32 && (word(n - 8) | word(n - 16) | word(n - 24) | word(n - 32)) == 0) n -= 32;
+  while (n >= 8 && word(n - 8) == 0) n -= 8;
+  while (n > 0 && isBlank(s[n - 1])) --n;
+  return n;
 }
+
+std::string RTrim(std::string_view text) { return std::string(text.substr(0, lengthWithoutTrailingBlanks(text))); }
 
 std::string Trim(std::string_view text) { return LTrim(RTrim(text)); }
 

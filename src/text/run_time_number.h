@@ -31,5 +31,8 @@ double Val(std::string_view text);
 std::string LTrim(std::string_view text);
 std::string RTrim(std::string_view text);
 std::string Trim(std::string_view text);
+// The length of `text` without its trailing blanks. Padded records end in hundreds of
+// blanks, so they are skipped a word at a time.
+std::size_t lengthWithoutTrailingBlanks(std::string_view text);
 
 }  // namespace tolvane::text

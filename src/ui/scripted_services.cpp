@@ -111,6 +111,7 @@ void ScriptedServices::clearRecords() {
   m_printed.clear();
   m_sounds.clear();
   m_processes.clear();
+  m_pictures.clear();
   m_beeps = m_tileCloses = m_yields = 0;
 }
 
@@ -202,6 +203,14 @@ std::optional<std::string> ScriptedServices::httpGet(const std::string&) { retur
 
 std::chrono::system_clock::time_point ScriptedServices::now() {
   return m_now ? *m_now : std::chrono::system_clock::now();
+}
+
+bool ScriptedServices::loadPicture(const std::filesystem::path& file, Raster&) {
+  std::error_code error;
+  bool readable = std::filesystem::is_regular_file(file, error) && std::filesystem::file_size(file, error) > 0 &&
+                  !error && std::ifstream(file, std::ios::binary).good();
+  if (readable) m_pictures.push_back(file.string());
+  return readable;
 }
 
 }  // namespace tolvane::ui

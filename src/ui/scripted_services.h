@@ -102,6 +102,10 @@ class ScriptedServices : public Services {
   void tileClose() override { ++m_tileCloses; }
   std::filesystem::path systemFolder() override { return m_systemFolder; }
   std::chrono::system_clock::time_point now() override;
+  // There is no image reader here: a picture file that is there and not empty counts
+  // as read, and nothing is drawn; a missing or empty one cannot be read.
+  bool loadPicture(const std::filesystem::path& file, Raster& raster) override;
+  const std::vector<std::string>& pictures() const { return m_pictures; }
 
  private:
   ScriptedAnswer next(ScriptedAnswer::Kind kind, const std::string& what);
@@ -112,6 +116,7 @@ class ScriptedServices : public Services {
   std::vector<PrintJob> m_printed;
   std::vector<std::string> m_sounds;
   std::vector<std::string> m_processes;
+  std::vector<std::string> m_pictures;  // the picture files read, in order
   int m_beeps = 0;
   bool m_answerReports = false;
   int m_reports = 0;

@@ -196,6 +196,52 @@ class ObjWindowTest : public QObject {
     QCOMPARE(s.f.program.services.pending(), std::size_t(0));
   }
 
+  // A secondary mesh laid over the front picture follows a drag made with the mouse on
+  // the spot where it lies; the still picture beneath takes the events.
+  void secondaryMeshMovesWithTheDrag() {
+    Session s;
+    s.load();
+    std::string second =
+        tolvane::test::copyInto(TOLVANE_SAMPLES "/Runtime/Geometries/Tolvane/ava.obj", s.f.program.work()).string();
+    s.f.program.services.dialog(second);
+    QTest::mouseClick(s.window->findChild<QWidget*>("PictureAddOBJ"), Qt::LeftButton);
+    QApplication::processEvents();
+    gui::PictureView* added = s.window->pictureView("PictureAddObjFront");
+    QVERIFY(added->isVisible());
+    QWidget* area = added->parentWidget();
+    const QRgb navy = qRgb(0, 0, 128);  // the secondary mesh's fill
+    auto centre = [&] {
+      QImage shown = area->grab().toImage();
+      long long sx = 0, sy = 0, n = 0;
+      for (int y = 0; y < shown.height(); ++y)
+        for (int x = 0; x < shown.width(); ++x)
+          if ((shown.pixel(x, y) & 0xFFFFFF) == (navy & 0xFFFFFF)) {
+            sx += x;
+            sy += y;
+            ++n;
+          }
+      return n < 50 ? QPoint(-1, -1) : QPoint(static_cast<int>(sx / n), static_cast<int>(sy / n));
+    };
+    QPoint before = centre();
+    QVERIFY(before.x() >= 0);
+    QWidget* under = area->childAt(before);
+    QCOMPARE(under, static_cast<QWidget*>(s.window->pictureView("PictureStore")));
+    QTest::mousePress(under, Qt::LeftButton, {}, before);
+    for (int step = 1; step <= 4; ++step) {
+      QPoint at = before + QPoint(10 * step, -5 * step);  // up, away from the bottom edge
+      QMouseEvent move(QEvent::MouseMove, QPointF(at), QPointF(under->mapToGlobal(at)), Qt::NoButton,
+                       Qt::LeftButton, Qt::NoModifier);
+      QApplication::sendEvent(under, &move);
+    }
+    QTest::mouseRelease(under, Qt::LeftButton, {}, before + QPoint(40, -20));
+    QApplication::processEvents();
+    QVERIFY(s.form().addShiftX > 0);
+    QVERIFY(s.form().addShiftY > 0);
+    QPoint after = centre();
+    QVERIFY2(std::abs(after.x() - before.x() - 40) <= 2 && std::abs(after.y() - before.y() + 20) <= 2,
+             qPrintable(QString("moved from %1,%2 to %3,%4").arg(before.x()).arg(before.y()).arg(after.x()).arg(after.y())));
+  }
+
   void closingRewritesThePendingRename() {
     Session s;
     s.load();

@@ -192,6 +192,49 @@ TEST_F(ObjToolsTest, MakeUVGivesEveryVertexItsOwnTextureVertex) {
   EXPECT_EQ(result[12], "g left\r");
 }
 
+// The figure's texture with the scripted services, which have no image reader: a file
+// that is there counts as shown, a tif is refused, a missing one is run-time error 53.
+TEST_F(ObjToolsTest, FigureTextureIsShownRefusedOrMissingWithoutAnImageReader) {
+  struct Case {
+    const char* what;
+    const char* texture;
+    const char* title;  // of the one message, none when empty
+    const char* text;   // its text, or the head of it
+    bool shown;         // PictureUVMap up and PictureObjViewer2 hidden
+  } cases[] = {
+      {"a picture that is there", "skin.jpg", "", "", true},
+      {"a tif", "skin.tif", "Error", "Can't work with tif files.", false},
+      {"a missing picture", "gone.jpg", kAppName, "Run-time error '53':", true},
+      {"an empty file", "empty.jpg", kAppName, "Run-time error '53':", true},
+  };
+  loadModel();
+  fs::path textures = tp.files() / "Poser" / "Runtime" / "textures";
+  tp.settings.save(kAppName, "Startup", "PLoc", (tp.files() / "Poser").string() + "/");
+  writeFile(textures / "skin.jpg", "\xFF\xD8 picture bytes");
+  writeFile(textures / "skin.tif", "II* picture bytes");
+  writeFile(textures / "empty.jpg", "");
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.what);
+    f.PictureObjViewer2.setVisible(true);
+    f.PictureUVMap.setVisible(false);
+    services.clearRecords();
+    tp->opening.TextMainTex.setText(c.texture);
+    services.answerRunTimeErrors(true);
+    if (std::string(c.title) == "Error") services.expect(c.title, c.text);
+    fire("LabelViewCR2TexMap", EventKind::Click);
+    if (*c.title == '\0') {
+      EXPECT_TRUE(services.messages().empty()) << lastMessage();
+      EXPECT_EQ(services.pictures(), std::vector<std::string>{(textures / c.texture).string()});
+    } else {
+      ASSERT_EQ(services.messages().size(), 1u);
+      EXPECT_EQ(services.messages()[0].title, c.title);
+      EXPECT_EQ(services.messages()[0].text.rfind(c.text, 0), 0u) << services.messages()[0].text;
+    }
+    EXPECT_EQ(f.PictureUVMap.visible(), c.shown);
+    EXPECT_EQ(f.PictureObjViewer2.visible(), !c.shown);
+  }
+}
+
 class LopperTest : public ObjToolsTest {
  protected:
   void SetUp() override { loadModel(); }

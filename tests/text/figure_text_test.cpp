@@ -56,6 +56,30 @@ TEST(RunTimeNumber, ValTakesTheLongestNumericPrefix) {
   }
 }
 
+// Padded records lose their blanks a word at a time: lengths either side of the word
+// and block edges, blanks inside the text, and a tab, which is no blank.
+TEST(RunTimeNumber, TrailingBlanksGoAcrossWordEdges) {
+  struct Case {
+    std::string text;
+    std::string trimmed;
+  } cases[] = {
+      {"", ""},
+      {std::string(400, ' '), ""},
+      {"f 1 2 3" + std::string(393, ' '), "f 1 2 3"},
+      {"f 1  2" + std::string(32, ' '), "f 1  2"},
+      {std::string(31, 'x') + " " + std::string(8, ' '), std::string(31, 'x')},
+      {std::string(9, 'y') + std::string(7, ' '), std::string(9, 'y')},
+      {std::string(40, ' ') + "z" + std::string(33, ' '), std::string(40, ' ') + "z"},
+      {"v 1 2\t" + std::string(16, ' '), "v 1 2\t"},
+      {"  lead", "  lead"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.text.size());
+    EXPECT_EQ(RTrim(c.text), c.trimmed);
+    EXPECT_EQ(Trim(c.text), LTrim(c.trimmed));
+  }
+}
+
 TEST(FigureText, MatchFormsRecognisersAndFileKind) {
   EXPECT_TRUE(hasPrefix("actor hip:1", "actor"));
   EXPECT_FALSE(hasPrefix("\tactor hip:1", "actor"));  // raw lines match only at depth 0
