@@ -163,26 +163,22 @@ TEST(JointRatio, LimitsAndZeros) {
   auto dial = [](const std::string& d, const std::string& min, const std::string& max) {
     return Lines{d, d + "*\t\t\tmin " + min, d + "*\t\t\tmax " + max};
   };
-  auto join = [](Lines a, const Lines& b) {
-    a.insert(a.end(), b.begin(), b.end());
-    return a;
-  };
   const Case cases[] = {
       // The master's last row is followed by the slave's dial line: its high value is 1.
-      {"master first", join(dial("M", "-10", "30"), dial("S", "-5", "5")), (1 - 5.0) / (1 - 30.0)},
-      {"slave first", join(dial("S", "-5", "5"), dial("M", "-10", "30")), (1 - 5.0) / (1 - 30.0)},
-      {"zero limits count as 1", join(dial("S", "0", "0"), dial("M", "0", "2")), (1 - 1.0) / (1 - 2.0)},
+      {"master first", join({dial("M", "-10", "30"), dial("S", "-5", "5")}), (1 - 5.0) / (1 - 30.0)},
+      {"slave first", join({dial("S", "-5", "5"), dial("M", "-10", "30")}), (1 - 5.0) / (1 - 30.0)},
+      {"zero limits count as 1", join({dial("S", "0", "0"), dial("M", "0", "2")}), (1 - 1.0) / (1 - 2.0)},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
     EXPECT_DOUBLE_EQ(erc::jointRatio(c.rows, "M", "S"), c.ratio);
   }
   // A limit beyond the double range overflows.
-  EXPECT_EQ(runTimeErrorOf([&] { erc::jointRatio(join(dial("S", "1", "2"), dial("M", "1e400", "3")), "M", "S"); }),
+  EXPECT_EQ(runTimeErrorOf([&] { erc::jointRatio(join({dial("S", "1", "2"), dial("M", "1e400", "3")}), "M", "S"); }),
             6);
   // Equal master values leave no range.
   EXPECT_EQ(
-      runTimeErrorOf([&] { erc::jointRatio(join(dial("S", "1", "2"), dial("M", "1", "0")), "M", "S"); }), 11);
+      runTimeErrorOf([&] { erc::jointRatio(join({dial("S", "1", "2"), dial("M", "1", "0")}), "M", "S"); }), 11);
 }
 
 TEST_F(BuilderFormTest, ListsOfTheFile) {

@@ -21,19 +21,6 @@ void ErcFixture::dblClick(const std::string& form, ui::ListBox& list, const std:
   fire(form, list.name(), EventKind::DblClick);
 }
 
-Lines ErcFixture::linesOf(const std::filesystem::path& path) {
-  Lines lines;
-  std::string text = readFile(path);
-  std::size_t start = 0;
-  while (start < text.size()) {
-    std::size_t end = text.find("\r\n", start);
-    if (end == std::string::npos) end = text.size();
-    lines.push_back(text.substr(start, end - start));
-    start = end + 2;
-  }
-  return lines;
-}
-
 std::string ErcFixture::lastMessage() const {
   const auto& m = services.messages();
   return m.empty() ? std::string("<no message>") : m.back().title + "|" + m.back().text;

@@ -14,8 +14,6 @@
 
 namespace tolvane::test {
 
-using Lines = std::vector<std::string>;
-
 struct ErcFixture {
   ErcFixture();
   static std::filesystem::path data(const std::string& name) {
@@ -30,7 +28,7 @@ struct ErcFixture {
   // A double click on the entry that equals `line`.
   void dblClick(const std::string& form, ui::ListBox& list, const std::string& line);
   // The figure's lines as read back from disk (CR LF stripped).
-  static Lines linesOf(const std::filesystem::path& path);
+  static Lines linesOf(const std::filesystem::path& path) { return crlfLines(readFile(path)); }
   std::string lastMessage() const;
 
   TestProgram tp;
