@@ -6,23 +6,10 @@
 namespace tolvane::test {
 namespace {
 
-const std::filesystem::path kSave = std::filesystem::path(TOLVANE_TEST_DATA) / "workspace" / "save";
+const std::filesystem::path& kSave = kSaveData;
 
-struct SaveFixture : WorkspaceFixture {
-  SaveFixture() {
-    file = copyInto(kSave / "figure.cr2", t.files());
-    open(file, {kMoreThanOneMap});
-    original = readFile(file);
-  }
-  void handEdit(ui::TextBox& box, const std::string& text) {
-    box.setText(text);
-    ASSERT_TRUE(fireEvent(*t, "Opening", box.name(), EventKind::DblClick));
-  }
-  std::filesystem::path file;
-  std::string original;
-};
 struct WorkspaceSave : ::testing::Test {
-  SaveFixture s;
+  OpenedFigure s;
 };
 
 TEST_F(WorkspaceSave, SaveWritesTheRedBoxesOnly) {
@@ -55,7 +42,7 @@ TEST_F(WorkspaceSave, ExitDoublesTheKeywordAndOpenReplacesNoGeometry) {
   for (const Case& c : {Case{PathWriteVariant::Exit, "expected_exit.cr2", false},
                         Case{PathWriteVariant::Open, "expected_open.cr2", true}}) {
     SCOPED_TRACE(c.expected);
-    SaveFixture each;  // a fresh figure for each variant
+    OpenedFigure each;  // a fresh figure for each variant
     ui::Opening& f = each.form();
     each.click("LabelMainOBJPath", each.poser / "Runtime/Geometries/Tolv/ball.obj");
     EXPECT_EQ(f.TextMainOBJ.text(), "Runtime:Geometries:Tolv:ball.obj");
