@@ -68,18 +68,6 @@ class BuilderTest : public ErcTest {
     form().ControllingKey = c.controllingKey;
     form().ControlledKey = c.controlledKey;
   }
-  // The original text with `block` (tabbed) behind the interpStyleLocked line of the
-  // first channel whose header is `channel`, dropping `dropped` lines behind it.
-  std::string expectedWith(const std::string& channel, const Lines& block, std::size_t dropped = 0) {
-    Lines lines = linesOf(data("figure.cr2"));
-    auto at = std::find(lines.begin(), lines.end(), channel);
-    EXPECT_NE(at, lines.end()) << channel;
-    at = std::find_if(at, lines.end(),
-                      [](const std::string& l) { return l.find("interpStyleLocked") != l.npos; });
-    at = lines.erase(at + 1, at + 1 + static_cast<long>(dropped));
-    for (auto it = block.rbegin(); it != block.rend(); ++it) at = lines.insert(at, "\t\t\t" + *it);
-    return crlf(lines);
-  }
 };
 
 class BuilderKinds : public BuilderTest, public ::testing::WithParamInterface<KindCase> {};

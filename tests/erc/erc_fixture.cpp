@@ -1,5 +1,7 @@
 #include "erc_fixture.h"
 
+#include <algorithm>
+
 namespace tolvane::test {
 
 ErcFixture::ErcFixture() { std::filesystem::create_directories(tp.files()); }
@@ -19,6 +21,16 @@ void ErcFixture::dblClick(const std::string& form, ui::ListBox& list, const std:
   ASSERT_GE(index, 0) << "no entry " << line << " in " << list.name();
   list.setListIndex(index);
   fire(form, list.name(), EventKind::DblClick);
+}
+
+std::string ErcFixture::expectedWith(const std::string& channel, const Lines& block, std::size_t dropped) {
+  Lines lines = linesOf(data("figure.cr2"));
+  auto at = std::find(lines.begin(), lines.end(), channel);
+  EXPECT_NE(at, lines.end()) << channel;
+  at = std::find_if(at, lines.end(), [](const std::string& l) { return l.find("interpStyleLocked") != l.npos; });
+  at = lines.erase(at + 1, at + 1 + static_cast<long>(dropped));
+  for (auto it = block.rbegin(); it != block.rend(); ++it) at = lines.insert(at, "\t\t\t" + *it);
+  return crlf(lines);
 }
 
 std::string ErcFixture::lastMessage() const {

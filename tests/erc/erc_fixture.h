@@ -30,6 +30,9 @@ struct ErcFixture {
   // The figure's lines as read back from disk (CR LF stripped).
   static Lines linesOf(const std::filesystem::path& path) { return crlfLines(readFile(path)); }
   std::string lastMessage() const;
+  // The fixture figure with `block` (tabbed) behind the interpStyleLocked line of the
+  // first channel whose header is `channel`, dropping `dropped` lines behind it.
+  static std::string expectedWith(const std::string& channel, const Lines& block, std::size_t dropped = 0);
 
   TestProgram tp;
   ui::ScriptedServices& services = tp.services;
