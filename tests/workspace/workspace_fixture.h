@@ -70,10 +70,13 @@ inline Entries with(Entries a, const Entries& b) {
 }
 
 // The save tests' figure, copied into the user's folder (the folder a fault walk
-// watches) and opened on the figure page; `handEdit` types into a path box and takes it.
+// watches), gzip-packed as figure.crz when `packed`, and opened on the figure page;
+// `handEdit` types into a path box and takes it.
 inline const std::filesystem::path kSaveData = std::filesystem::path(TOLVANE_TEST_DATA) / "workspace" / "save";
 struct OpenedFigure : WorkspaceFixture {
-  OpenedFigure() {
+  explicit OpenedFigure(bool packed = false) : file(t.files() / (packed ? "figure.crz" : "figure.cr2")) {
+    std::string text = readFile(kSaveData / "figure.cr2");
+    writeFile(file, packed ? gzipBytes(text) : text);
     open(file, {kMoreThanOneMap});
     original = readFile(file);
   }
@@ -83,7 +86,7 @@ struct OpenedFigure : WorkspaceFixture {
     box.setText(text);
     EXPECT_TRUE(fireEvent(*t, "Opening", box.name(), EventKind::DblClick));
   }
-  std::filesystem::path file = copyInto(kSaveData / "figure.cr2", t.files());
+  std::filesystem::path file;
   std::string original;
 };
 
