@@ -3,8 +3,6 @@
 // the pane can be saved again after.
 #include <gtest/gtest.h>
 
-#include <cerrno>
-
 #include "editor_test_support.h"
 #include "fault_walk.h"
 
@@ -25,13 +23,11 @@ struct EditedPane : EditorFixture {
 
 TEST(EditorFaults, SaveAndSaveAsOfAPane) {
   for (const char* name : {"dest.cr2", "copy.cr2"}) {
-    for (int error : {ENOSPC, EIO, EACCES}) {
-      SCOPED_TRACE(std::string("saved as ") + name + " with errno " + std::to_string(error));
-      walkFaults<EditedPane>(error, [name](EditedPane& p) {
-        p.user().dialog((p.t.files() / name).string());
-        p.fire("PictureSave", EventKind::Click);
-      });
-    }
+    SCOPED_TRACE(std::string("saved as ") + name);
+    walkEveryFault<EditedPane>([name](EditedPane& p) {
+      p.user().dialog((p.t.files() / name).string());
+      p.fire("PictureSave", EventKind::Click);
+    });
   }
 }
 

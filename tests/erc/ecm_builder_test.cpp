@@ -19,110 +19,37 @@ struct KindCase {
   // The fields as the steps leave them: slave, figure, master, part, ratio, and the keys.
   const char *slave, *figure, *master, *part, *ratio, *controllingKey, *controlledKey;
   const char* channel;  // the header of the channel the block goes into
-  Lines block;          // what follows its interpStyleLocked line
+  // The block's figure, part and master lines, which the block's first line and its
+  // ratio line ("deltaAddDelta" and the ratio) frame.
+  const char *writtenFigure, *writtenPart, *writtenMaster;
+  // What follows the channel's interpStyleLocked line.
+  Lines block() const {
+    return {"valueOpDeltaAdd", writtenFigure, writtenPart, writtenMaster,
+            std::string("deltaAddDelta ") + ratio};
+  }
 };
 
 const KindCase kKinds[] = {
-    {ErcKind::PBM,
-     "Wide",
-     "Ava",
-     "PBMBreathe",
-     "BODY",
-     "1.000000",
-     "",
-     "",
-     "\t\ttargetGeom Wide",
-     {"valueOpDeltaAdd", "Ava", "BODY", "PBMBreathe", "deltaAddDelta 1.000000"}},
-    {ErcKind::CM,
-     "Wide:1",
-     " Ava",
-     "Narrow",
-     " hip",
-     "1.000000",
-     "",
-     "",
-     "\t\ttargetGeom Wide",
-     {"valueOpDeltaAdd", " Ava", " hip", "Narrow", "deltaAddDelta 1.000000"}},
-    {ErcKind::JCM,
-     "Lift:1",
-     "Ava",
-     "xrot lShldr",
-     "lShldr",
-     "0.010000",
-     "",
-     "",
-     "\t\ttargetGeom Lift",
-     {"valueOpDeltaAdd", "Ava", "lShldr", "xrot", "deltaAddDelta 0.010000"}},
-    {ErcKind::MCM,
-     "Wide:1",
-     "Ava",
-     "Lift",
-     "lShldr",
-     "0.5",
-     "",
-     "",
-     "\t\ttargetGeom Wide",
-     {"valueOpDeltaAdd", "Ava", "lShldr", "Lift", "deltaAddDelta 0.5"}},
-    {ErcKind::JCJ,
-     "yrot hip:1 GetStringRes(1028,10) [Y]",
-     " Ava ",
-     "zrot lShldr",
-     " lShldr ",
-     "1.5",
-     "zrot lShldr",
-     "yrot hip:1 GetStringRes(1028,10) [Y]",
-     "\t\trotateY yrot",
-     {"valueOpDeltaAdd", "Ava", "lShldr", "zrot", "deltaAddDelta 1.5"}},
-    {ErcKind::MCJ,
-     "yrot hip[Y]",
-     "Ava ",
-     "Lift",
-     "lShldr",
-     "0.010000",
-     "",
-     "yrot hip[Y]",
-     "\t\trotateY yrot",
-     {"valueOpDeltaAdd", "Ava", "lShldr", "Lift", "deltaAddDelta 0.010000"}},
-    {ErcKind::JCT,
-     "xtran hip:1 xTran [X]",
-     "Ava",
-     "zrot lShldr",
-     "lShldr",
-     "0.001000",
-     "zrot lShldr",
-     "xtran hip:1 xTran [X]",
-     "\t\ttranslateX xtran",
-     {"valueOpDeltaAdd", "Ava", "lShldr", "zrot", "deltaAddDelta 0.001000"}},
-    {ErcKind::MCT,
-     "xtran hip:1 xTran [X]",
-     "Ava",
-     "Lift",
-     " lShldr",
-     "0.010000",
-     "",
-     "xtran hip:1 xTran [X]",
-     "\t\ttranslateX xtran",
-     {"valueOpDeltaAdd", "Ava", "lShldr", "Lift", "deltaAddDelta 0.010000"}},
-    {ErcKind::TCM,
-     "Lift:1",
-     "Ava",
-     "ytran lShldr",
-     "lShldr",
-     "0.010000",
-     "Lift:1",
-     "ytran lShldr",
-     "\t\ttargetGeom Lift",
-     {"valueOpDeltaAdd", "Ava", "lShldr", "ytran", "deltaAddDelta 0.010000"}},
-    {ErcKind::TCJ,
-     "ytran lShldr:1 yTran [Y]",
-     "Ava",
-     "xtran hip",
-     "hip",
-     "1.000000",
-     "",
-     "ytran lShldr:1 yTran [Y]",
-     "\t\ttranslateY ytran",
-     {"valueOpDeltaAdd", "Ava", "hip", "xtran", "deltaAddDelta 1.000000"}},
+    {ErcKind::PBM, "Wide", "Ava", "PBMBreathe", "BODY", "1.000000", "", "", "\t\ttargetGeom Wide", "Ava",
+     "BODY", "PBMBreathe"},
+    {ErcKind::CM, "Wide:1", " Ava", "Narrow", " hip", "1.000000", "", "", "\t\ttargetGeom Wide", " Ava",
+     " hip", "Narrow"},
+    {ErcKind::JCM, "Lift:1", "Ava", "xrot lShldr", "lShldr", "0.010000", "", "", "\t\ttargetGeom Lift", "Ava",
+     "lShldr", "xrot"},
+    {ErcKind::MCM, "Wide:1", "Ava", "Lift", "lShldr", "0.5", "", "", "\t\ttargetGeom Wide", "Ava", "lShldr",
+     "Lift"},
+    {ErcKind::JCJ, "yrot hip:1 GetStringRes(1028,10) [Y]", " Ava ", "zrot lShldr", " lShldr ", "1.5",
+     "zrot lShldr", "yrot hip:1 GetStringRes(1028,10) [Y]", "\t\trotateY yrot", "Ava", "lShldr", "zrot"},
+    {ErcKind::MCJ, "yrot hip[Y]", "Ava ", "Lift", "lShldr", "0.010000", "", "yrot hip[Y]", "\t\trotateY yrot",
+     "Ava", "lShldr", "Lift"},
+    {ErcKind::JCT, "xtran hip:1 xTran [X]", "Ava", "zrot lShldr", "lShldr", "0.001000", "zrot lShldr",
+     "xtran hip:1 xTran [X]", "\t\ttranslateX xtran", "Ava", "lShldr", "zrot"},
+    {ErcKind::MCT, "xtran hip:1 xTran [X]", "Ava", "Lift", " lShldr", "0.010000", "", "xtran hip:1 xTran [X]",
+     "\t\ttranslateX xtran", "Ava", "lShldr", "Lift"},
+    {ErcKind::TCM, "Lift:1", "Ava", "ytran lShldr", "lShldr", "0.010000", "Lift:1", "ytran lShldr",
+     "\t\ttargetGeom Lift", "Ava", "lShldr", "ytran"},
+    {ErcKind::TCJ, "ytran lShldr:1 yTran [Y]", "Ava", "xtran hip", "hip", "1.000000", "",
+     "ytran lShldr:1 yTran [Y]", "\t\ttranslateY ytran", "Ava", "hip", "xtran"},
 };
 
 void PrintTo(const KindCase& c, std::ostream* os) { *os << ui::ercKindInfo(c.kind).caption; }
@@ -141,18 +68,6 @@ class BuilderTest : public ErcTest {
     form().ControllingKey = c.controllingKey;
     form().ControlledKey = c.controlledKey;
   }
-  // The original text with `block` (tabbed) behind the interpStyleLocked line of the
-  // first channel whose header is `channel`, dropping `dropped` lines behind it.
-  std::string expectedWith(const std::string& channel, const Lines& block, std::size_t dropped = 0) {
-    Lines lines = linesOf(data("figure.cr2"));
-    auto at = std::find(lines.begin(), lines.end(), channel);
-    EXPECT_NE(at, lines.end()) << channel;
-    at = std::find_if(at, lines.end(),
-                      [](const std::string& l) { return l.find("interpStyleLocked") != l.npos; });
-    at = lines.erase(at + 1, at + 1 + static_cast<long>(dropped));
-    for (auto it = block.rbegin(); it != block.rend(); ++it) at = lines.insert(at, "\t\t\t" + *it);
-    return crlf(lines);
-  }
 };
 
 class BuilderKinds : public BuilderTest, public ::testing::WithParamInterface<KindCase> {};
@@ -164,7 +79,7 @@ TEST_P(BuilderKinds, WritesItsBlockIntoItsChannel) {
   fire("FormECM", "TextPBMRatio", EventKind::Enter);
   ASSERT_EQ(services.messages().size(), 0u) << lastMessage();
   EXPECT_EQ(services.pending(), 0u);
-  EXPECT_EQ(readFile(dest), expectedWith(c.channel, c.block)) << firstDifference(dest, data("figure.cr2"));
+  EXPECT_EQ(readFile(dest), expectedWith(c.channel, c.block())) << firstDifference(dest, data("figure.cr2"));
   ASSERT_EQ(services.dialogs().size(), 1u);
   EXPECT_EQ(services.dialogs()[0].fileName, dest);
   EXPECT_TRUE(form().WorkDone);
@@ -193,7 +108,7 @@ TEST_F(BuilderTest, AnExistingBlockIsReplacedOrKeptByFamily) {
   for (const Case& c : cases) {
     SCOPED_TRACE(ui::ercKindInfo(c.kind).caption);
     writeFile(dest, original);
-    KindCase k{c.kind, "Belly:1", "Ava", "Grin", "head", "0.25", "", "", "", {}};
+    KindCase k{c.kind, "Belly:1", "Ava", "Grin", "head", "0.25", "", "", "", "", "", ""};
     setUpForm(k);
     services.queue(ui::ScriptedAnswer::message("Question", c.question, Answer::Yes));
     services.dialog(dest);
@@ -207,7 +122,7 @@ TEST_F(BuilderTest, AnExistingBlockIsReplacedOrKeptByFamily) {
 }
 
 TEST_F(BuilderTest, NoToTheQuestionLeavesEverything) {
-  setUpForm({ErcKind::MCM, "Belly:1", "Ava", "Wide", "hip", "1", "", "", "", {}});
+  setUpForm({ErcKind::MCM, "Belly:1", "Ava", "Wide", "hip", "1", "", "", "", "", "", ""});
   services.queue(ui::ScriptedAnswer::message(
       "Question", "There is already a JCM here, do you want to add another?", Answer::No));
   fire("FormECM", "TextPBMRatio", EventKind::Enter);
@@ -222,12 +137,15 @@ TEST_F(BuilderTest, NoToTheQuestionLeavesEverything) {
 // A control block for a channel, actor or figure the destination does not have.
 TEST_F(BuilderTest, WhatIsNotInTheFileIsReported) {
   const KindCase cases[] = {
-      {ErcKind::PBM, "Narrow", "Ava", "X", "BODY", "1", "", "", "", {}},
-      {ErcKind::CM, "Wide:2", "Ava", "X", "BODY", "1", "", "", "", {}},
-      {ErcKind::JCJ, "xrot chest:1 bend [X]", "Ava", "X", "BODY", "1", "", "xrot chest:1 bend [X]", "", {}},
-      {ErcKind::JCJ, "xrot hip", "Ava", "X", "BODY", "1", "", "xrot hip", "", {}},  // no ":" in the dial
-      {ErcKind::JCT, "ztran hip:1 zTran [Z]", "Ava", "X", "BODY", "1", "", "ztran hip:1 zTran [Z]", "", {}},
-      {ErcKind::TCM, "Nose:1", "Ava", "X", "BODY", "1", "Nose:1", "xtran", "", {}},
+      {ErcKind::PBM, "Narrow", "Ava", "X", "BODY", "1", "", "", "", "", "", ""},
+      {ErcKind::CM, "Wide:2", "Ava", "X", "BODY", "1", "", "", "", "", "", ""},
+      {ErcKind::JCJ, "xrot chest:1 bend [X]", "Ava", "X", "BODY", "1", "", "xrot chest:1 bend [X]", "", "",
+       "", ""},
+      // No ":" in the dial.
+      {ErcKind::JCJ, "xrot hip", "Ava", "X", "BODY", "1", "", "xrot hip", "", "", "", ""},
+      {ErcKind::JCT, "ztran hip:1 zTran [Z]", "Ava", "X", "BODY", "1", "", "ztran hip:1 zTran [Z]", "", "",
+       "", ""},
+      {ErcKind::TCM, "Nose:1", "Ava", "X", "BODY", "1", "Nose:1", "xtran", "", "", "", ""},
   };
   for (const KindCase& c : cases) {
     SCOPED_TRACE(c.slave);

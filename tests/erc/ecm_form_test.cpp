@@ -97,12 +97,8 @@ TEST_F(BuilderFormTest, AJointControlledMorphStepByStep) {
   fire("FormECM", "TextPBMRatio", EventKind::Enter);
   EXPECT_EQ(services.pending(), 0u) << lastMessage();
   EXPECT_EQ(readFile(dest), original);
-  Lines expected = linesOf(data("figure.cr2"));
-  auto at = std::find(expected.begin(), expected.end(), "\t\ttargetGeom Lift") + 15;
-  ASSERT_EQ(*(at - 1), "\t\t\tinterpStyleLocked 0");
-  expected.insert(
-      at, {"\t\t\tvalueOpDeltaAdd", "\t\t\tAva", "\t\t\t ", "\t\t\txrot", "\t\t\tdeltaAddDelta 0.010000"});
-  EXPECT_EQ(readFile(saved), crlf(expected));
+  EXPECT_EQ(readFile(saved), expectedWith("\t\ttargetGeom Lift",
+                                          {"valueOpDeltaAdd", "Ava", " ", "xrot", "deltaAddDelta 0.010000"}));
   EXPECT_TRUE(form().LabelDone.visible());
   fire("FormECM", "LabelDone", EventKind::Click);
   EXPECT_FALSE(form().visible());
@@ -147,11 +143,8 @@ TEST_F(BuilderFormTest, AJointControlledJointComputesItsRatioAndBuildsAtOnce) {
   EXPECT_EQ(form().TextPBMRatio.text(), "1.12820512820513");
   EXPECT_EQ(form().LabelPBMRatio.caption(), "Changing this ratio is not recommended.");
   EXPECT_EQ(services.pending(), 0u) << lastMessage();
-  Lines expected = linesOf(data("figure.cr2"));
-  auto at = std::find(expected.begin(), expected.end(), "\t\trotateY yrot") + 15;
-  expected.insert(at, {"\t\t\tvalueOpDeltaAdd", "\t\t\tAva", "\t\t\t", "\t\t\tzrot",
-                       "\t\t\tdeltaAddDelta 1.12820512820513"});
-  EXPECT_EQ(readFile(dest), crlf(expected));
+  EXPECT_EQ(readFile(dest), expectedWith("\t\trotateY yrot",
+                                         {"valueOpDeltaAdd", "Ava", "", "zrot", "deltaAddDelta 1.12820512820513"}));
 }
 
 TEST(JointRatio, LimitsAndZeros) {
@@ -163,26 +156,22 @@ TEST(JointRatio, LimitsAndZeros) {
   auto dial = [](const std::string& d, const std::string& min, const std::string& max) {
     return Lines{d, d + "*\t\t\tmin " + min, d + "*\t\t\tmax " + max};
   };
-  auto join = [](Lines a, const Lines& b) {
-    a.insert(a.end(), b.begin(), b.end());
-    return a;
-  };
   const Case cases[] = {
       // The master's last row is followed by the slave's dial line: its high value is 1.
-      {"master first", join(dial("M", "-10", "30"), dial("S", "-5", "5")), (1 - 5.0) / (1 - 30.0)},
-      {"slave first", join(dial("S", "-5", "5"), dial("M", "-10", "30")), (1 - 5.0) / (1 - 30.0)},
-      {"zero limits count as 1", join(dial("S", "0", "0"), dial("M", "0", "2")), (1 - 1.0) / (1 - 2.0)},
+      {"master first", join({dial("M", "-10", "30"), dial("S", "-5", "5")}), (1 - 5.0) / (1 - 30.0)},
+      {"slave first", join({dial("S", "-5", "5"), dial("M", "-10", "30")}), (1 - 5.0) / (1 - 30.0)},
+      {"zero limits count as 1", join({dial("S", "0", "0"), dial("M", "0", "2")}), (1 - 1.0) / (1 - 2.0)},
   };
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
     EXPECT_DOUBLE_EQ(erc::jointRatio(c.rows, "M", "S"), c.ratio);
   }
   // A limit beyond the double range overflows.
-  EXPECT_EQ(runTimeErrorOf([&] { erc::jointRatio(join(dial("S", "1", "2"), dial("M", "1e400", "3")), "M", "S"); }),
+  EXPECT_EQ(runTimeErrorOf([&] { erc::jointRatio(join({dial("S", "1", "2"), dial("M", "1e400", "3")}), "M", "S"); }),
             6);
   // Equal master values leave no range.
   EXPECT_EQ(
-      runTimeErrorOf([&] { erc::jointRatio(join(dial("S", "1", "2"), dial("M", "1", "0")), "M", "S"); }), 11);
+      runTimeErrorOf([&] { erc::jointRatio(join({dial("S", "1", "2"), dial("M", "1", "0")}), "M", "S"); }), 11);
 }
 
 TEST_F(BuilderFormTest, ListsOfTheFile) {

@@ -1,5 +1,7 @@
 #include "erc_fixture.h"
 
+#include <algorithm>
+
 namespace tolvane::test {
 
 ErcFixture::ErcFixture() { std::filesystem::create_directories(tp.files()); }
@@ -21,17 +23,14 @@ void ErcFixture::dblClick(const std::string& form, ui::ListBox& list, const std:
   fire(form, list.name(), EventKind::DblClick);
 }
 
-Lines ErcFixture::linesOf(const std::filesystem::path& path) {
-  Lines lines;
-  std::string text = readFile(path);
-  std::size_t start = 0;
-  while (start < text.size()) {
-    std::size_t end = text.find("\r\n", start);
-    if (end == std::string::npos) end = text.size();
-    lines.push_back(text.substr(start, end - start));
-    start = end + 2;
-  }
-  return lines;
+std::string ErcFixture::expectedWith(const std::string& channel, const Lines& block, std::size_t dropped) {
+  Lines lines = linesOf(data("figure.cr2"));
+  auto at = std::find(lines.begin(), lines.end(), channel);
+  EXPECT_NE(at, lines.end()) << channel;
+  at = std::find_if(at, lines.end(), [](const std::string& l) { return l.find("interpStyleLocked") != l.npos; });
+  at = lines.erase(at + 1, at + 1 + static_cast<long>(dropped));
+  for (auto it = block.rbegin(); it != block.rend(); ++it) at = lines.insert(at, "\t\t\t" + *it);
+  return crlf(lines);
 }
 
 std::string ErcFixture::lastMessage() const {

@@ -14,8 +14,6 @@
 
 namespace tolvane::test {
 
-using Lines = std::vector<std::string>;
-
 struct ErcFixture {
   ErcFixture();
   static std::filesystem::path data(const std::string& name) {
@@ -30,8 +28,11 @@ struct ErcFixture {
   // A double click on the entry that equals `line`.
   void dblClick(const std::string& form, ui::ListBox& list, const std::string& line);
   // The figure's lines as read back from disk (CR LF stripped).
-  static Lines linesOf(const std::filesystem::path& path);
+  static Lines linesOf(const std::filesystem::path& path) { return crlfLines(readFile(path)); }
   std::string lastMessage() const;
+  // The fixture figure with `block` (tabbed) behind the interpStyleLocked line of the
+  // first channel whose header is `channel`, dropping `dropped` lines behind it.
+  static std::string expectedWith(const std::string& channel, const Lines& block, std::size_t dropped = 0);
 
   TestProgram tp;
   ui::ScriptedServices& services = tp.services;

@@ -2,21 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "program/events.h"
 #include "test_support.h"
 
 namespace tolvane::test {
 namespace {
 
-struct ConvertersTest : ::testing::Test {
-  void click(const std::string& menu) { fireEvent(*t, "Opening", menu, EventKind::Click); }
-  std::filesystem::path file(const std::string& name, const std::vector<std::string>& lines) {
-    auto path = t.files() / name;
-    writeFile(path, crlf(lines));
-    return path;
-  }
-  TestProgram t;
-};
+struct ConvertersTest : ::testing::Test, ToolBench {};
 
 TEST_F(ConvertersTest, MtlLinesByTheFieldsFirstTwoLetters) {
   const std::pair<const char*, const char*> cases[] = {
@@ -35,14 +26,14 @@ TEST_F(ConvertersTest, MtlOfASceneBesideIt) {
   auto scene = file("my.scene.pz3", {"{", "actor BODY:1", "\t{", "\t}", "figure", "\t{", "\tmaterial skin", "\t\t{",
                                      "\t\tKdColor 1 1 1 1", "\t\ttextureMap NO_MAP", "\t\tbumpMap \"b.bum\"",
                                      "\t\t}", "\tdisplayMode USEPARENT", "\tmaterial after", "\t}", "}"});
-  t->opening.LabelFileNameForEditor.setCaption(scene.string());
+  open(scene);
   std::string output = (t.files() / "my.").string() + "mtl";  // the first dot decides
   t.services.expect("Note!", "New MTL file saved as " + output);
   click("MenuMakeMTL");
   EXPECT_EQ(readFile(output), crlf({"newmtl skin", "Kd 1 1 1 1", "map_Bump b.bum"}));
   EXPECT_FALSE(std::filesystem::exists(t.work() / "mtl.txt"));
 
-  t->opening.LabelFileNameForEditor.setCaption((t.files() / "fig.cr2").string());
+  open(t.files() / "fig.cr2");
   t.services.expect("Error!", "PZ3 files only!");
   click("MenuMakeMTL");
   EXPECT_EQ(t.services.pending(), 0u);
@@ -111,7 +102,7 @@ TEST_F(ConvertersTest, SceneToFigureKeepsTheFiguresAndPropsWithoutTheStage) {
   for (const Case& c : cases) {
     SCOPED_TRACE(c.name);
     auto path = file("duet.pz3", c.scene);
-    t->opening.LabelFileNameForEditor.setCaption(path.string());
+    open(path);
     auto output = t.files() / "duet.cr2";
     writeFile(output, "older figure");
     t.services.dialog(output.string());

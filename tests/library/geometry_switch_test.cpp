@@ -2,13 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "program/events.h"
 #include "test_support.h"
 
 namespace tolvane::test {
 namespace {
-
-using Lines = std::vector<std::string>;
 
 const Lines kChest = {"actor chest:1", "\t{", "\tchannels", "\t\t{", "\t\ttargetGeom Round", "\t\t\t{",
                       "\t\t\tmin 0", "\t\t\tmax 1", "\t\t\ta", "\t\t\tb", "\t\t\tc", "\t\t\td", "\t\t\te",
@@ -20,30 +17,27 @@ Lines withChest(Lines lines) {
 const Lines kFigure = withChest({"{", "actor hip:1", "\t{", "\tname hip", "\tparent BODY:1", "\tchannels", "\t\t{",
                                  "\t\ttwistY twisty", "\t\t\t{", "\t\t\t}", "\t\t}", "\t}"});
 
-struct GeomSwitchTest : ::testing::Test {
+struct GeomSwitchTest : ::testing::Test, ToolBench {
   GeomSwitchTest() {
-    poser = t.dir.path() / "poser";
     std::filesystem::create_directories(poser / "Runtime" / "Geometries" / "Alt");
-    t.settings.save(kAppName, "Startup", "PLoc", poser.string() + "/");
+    poserAt(poser);
   }
   void run(const std::filesystem::path& figure, const std::string& entry, const std::string& obj) {
-    t->opening.LabelFileNameForEditor.setCaption(figure.string());
+    open(figure);
     t->opening.ListActors.setItems({" ", "    hip:1 * 2"});
-    fireEvent(*t, "Opening", "menuGeomSwitch", EventKind::Click);
+    click("menuGeomSwitch");
     ui::ListBox& list = t->opening.ListAltGeomActors;
     list.setListIndex(list.indexOf(entry));
     t.services.dialog(obj);
     t.services.expect("Note!", "New CR2 saved as " + (t.work() / "AltGeom.cr2").string() +
                                    ", move or rename before doing another.");
-    fireEvent(*t, "Opening", "ListAltGeomActors", EventKind::DblClick);
+    fire("Opening", "ListAltGeomActors", EventKind::DblClick);
   }
-  TestProgram t;
-  std::filesystem::path poser;
+  std::filesystem::path poser = t.dir.path() / "poser";
 };
 
 TEST_F(GeomSwitchTest, FirstAlternateAddsItsBlockAndTheDialASecondMovesTheMaximum) {
-  auto figure = t.files() / "fig.cr2";
-  writeFile(figure, crlf(kFigure));
+  auto figure = file("fig.cr2", kFigure);
   std::string obj = (poser / "Runtime" / "Geometries" / "Alt" / "long.obj").string();
   run(figure, "    hip:1 * 2", obj);
   std::string relative = obj.substr(obj.find("Geometries") + 11);
@@ -72,20 +66,18 @@ TEST_F(GeomSwitchTest, FirstAlternateAddsItsBlockAndTheDialASecondMovesTheMaximu
 }
 
 TEST_F(GeomSwitchTest, RefusalsAndACancelLeaveNoResult) {
-  t->opening.LabelFileNameForEditor.setCaption((t.files() / "pose.pz2").string());
+  open(t.files() / "pose.pz2");
   t.services.expect("Error!", "CR2 or PP2 files only!");
-  fireEvent(*t, "Opening", "menuGeomSwitch", EventKind::Click);
+  click("menuGeomSwitch");
 
-  auto figure = t.files() / "fig.cr2";
-  writeFile(figure, crlf(kFigure));
-  t->opening.LabelFileNameForEditor.setCaption(figure.string());
+  open(file("fig.cr2", kFigure));
   t->opening.ListActors.setItems({"    hip:1 * 2", "    "});
-  fireEvent(*t, "Opening", "menuGeomSwitch", EventKind::Click);
+  click("menuGeomSwitch");
   t->opening.ListAltGeomActors.setListIndex(1);  // the separator is no choice
-  fireEvent(*t, "Opening", "ListAltGeomActors", EventKind::DblClick);
+  fire("Opening", "ListAltGeomActors", EventKind::DblClick);
   t->opening.ListAltGeomActors.setListIndex(0);
   t.services.cancelDialog();
-  fireEvent(*t, "Opening", "ListAltGeomActors", EventKind::DblClick);
+  fire("Opening", "ListAltGeomActors", EventKind::DblClick);
   EXPECT_FALSE(std::filesystem::exists(t.work() / "AltGeom.cr2"));
   EXPECT_EQ(t->opening.ListAltGeomActors.listCount(), 0);
   EXPECT_EQ(t.services.pending(), 0u);

@@ -2,13 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "program/events.h"
 #include "test_support.h"
 
 namespace tolvane::test {
 namespace {
-
-using Lines = std::vector<std::string>;
 
 const Lines kHead = {"{", "version", "\t{", "\tnumber 4.01", "\t}", "figureResFile :Runtime:Geometries:x.obj",
                      "actor BODY:1", "\t{", "\tstorageOffset 0 0 0", "\tgeomHandlerGeom 13 BODY", "\t}",
@@ -22,24 +19,14 @@ const Lines kFigure = {"figure", "\t{", "\tname    Figure 2", "\troot\tBODY:3", 
                        "\t\tKdColor 1 1 1 1", "\t\t}", "\tdisplayMode USEPARENT", "\ta", "\tb", "\tc", "\td", "\t}",
                        "}"};
 
-Lines join(std::initializer_list<Lines> parts) {
-  Lines all;
-  for (const Lines& p : parts) all.insert(all.end(), p.begin(), p.end());
-  return all;
-}
-
-struct LibraryTest : ::testing::Test {
+struct LibraryTest : ::testing::Test, ToolBench {
   LibraryTest() {
-    poser = t.dir.path() / "poser";
     std::filesystem::create_directories(poser);
-    t.settings.save(kAppName, "Startup", "PLoc", poser.string() + "/");
-    figure = t.files() / "fig.cr2";
-    writeFile(figure, crlf(join({kHead, kBody, kFigure})));
-    t->opening.LabelFileNameForEditor.setCaption(figure.string());
+    poserAt(poser);
+    open(figure);
   }
-  void click(const std::string& menu) { fireEvent(*t, "Opening", menu, EventKind::Click); }
-  TestProgram t;
-  std::filesystem::path poser, figure;
+  std::filesystem::path poser = t.dir.path() / "poser";
+  std::filesystem::path figure = file("fig.cr2", join({kHead, kBody, kFigure}));
 };
 
 TEST_F(LibraryTest, MastersKeepTheSkeletonAndNeverReplaceAnOldOne) {
@@ -136,7 +123,7 @@ TEST_F(LibraryTest, NullFigureKeepsTheHierarchyAsFigureOne) {
                   "\tallowsBending 1", "\tfigureType 1", "\torigFigureResFile :1", "\tmaterial skin", "\ta", "\tb",
                   "\tc", "\td", "\t}", "}"}));
 
-  t->opening.LabelFileNameForEditor.setCaption((t.files() / "pose.pz2").string());
+  open(t.files() / "pose.pz2");
   t.services.expect("Error!", "CR2 files only!");
   click("menuNullFig");
   EXPECT_EQ(t.services.pending(), 0u);

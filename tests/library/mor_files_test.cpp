@@ -2,19 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "program/events.h"
 #include "test_support.h"
 
 namespace tolvane::test {
 namespace {
-
-using Lines = std::vector<std::string>;
-
-Lines join(std::initializer_list<Lines> parts) {
-  Lines all;
-  for (const Lines& p : parts) all.insert(all.end(), p.begin(), p.end());
-  return all;
-}
 
 // A channel of a pose file with its key.
 Lines channel(const std::string& kind, const std::string& name, const std::string& key) {
@@ -29,18 +20,8 @@ Lines written(const std::string& kind, const std::string& name, const std::strin
   return {"\t\t" + kind + " " + name, "\t\t\t{", "\t\t\tkeys", "\t\t\t{", keyLine, "\t\t\t}", "\t\t\t}"};
 }
 
-struct MorTest : ::testing::Test {
-  MorTest() { t.settings.save(kAppName, "Startup", "PLoc", t.files().string() + "/"); }
-  std::filesystem::path file(const std::string& name, const Lines& lines) {
-    auto path = t.files() / name;
-    writeFile(path, crlf(lines));
-    return path;
-  }
-  void open(const std::filesystem::path& path) { t->opening.LabelFileNameForEditor.setCaption(path.string()); }
-  void fire(const std::string& form, const std::string& control, EventKind kind) {
-    fireEvent(*t, form, control, kind);
-  }
-  TestProgram t;
+struct MorTest : ::testing::Test, ToolBench {
+  MorTest() { poserAt(t.files()); }
 };
 
 const Lines kFigure = {"{", "version", "\t{", "\tnumber 4.01", "\t}", "figureResFile :x.obj", "actor BODY:1", "\t{",
@@ -53,7 +34,7 @@ const Lines kFigure = {"{", "version", "\t{", "\tnumber 4.01", "\t}", "figureRes
 
 TEST_F(MorTest, TheSkeletonTakesAValuePerMorph) {
   open(file("fig.cr2", kFigure));
-  fire("Opening", "MenuMor", EventKind::Click);
+  click("MenuMor");
   ui::FormMOR& f = t->formMOR;
   ASSERT_TRUE(f.visible());
   EXPECT_EQ(f.caption(), "PZ2 Editor -- MOR Files");
@@ -71,7 +52,7 @@ TEST_F(MorTest, TheSkeletonTakesAValuePerMorph) {
   const std::pair<int, const char*> values[] = {{1, ".5"}, {0, "-.5"}};
   for (const auto& [index, value] : values) {
     f.ListMorphs.setListIndex(index);
-    fire("FormMOR", "ListMorphs", EventKind::Click);
+    fire("FormMOR", "ListMorphs");
     EXPECT_EQ(f.TextValue.text(), "0");
     f.TextValue.setText(value);
     fire("FormMOR", "TextValue", EventKind::Enter);
@@ -79,7 +60,7 @@ TEST_F(MorTest, TheSkeletonTakesAValuePerMorph) {
   EXPECT_EQ(f.ListValues.items(), (Lines{"-.5", ".5"}));
   auto output = t.files() / "fig.pz2";
   t.services.dialog(output.string());
-  fire("FormMOR", "LabelDone", EventKind::Click);
+  fire("FormMOR", "LabelDone");
   EXPECT_EQ(readFile(output), skeleton("-.5", "0.5"));
   EXPECT_EQ(t.services.dialogs().back().filter, "PZ2(*.pz2)");
   EXPECT_FALSE(std::filesystem::exists(t.work() / "Mor.txt"));
@@ -88,7 +69,7 @@ TEST_F(MorTest, TheSkeletonTakesAValuePerMorph) {
 
   open(t.files() / "pose.pz2");
   t.services.expect("Error!", "CR2 files only!");
-  fire("Opening", "MenuMor", EventKind::Click);
+  click("MenuMor");
   EXPECT_FALSE(f.visible());
   EXPECT_EQ(t.services.pending(), 0u);
 }
@@ -104,20 +85,20 @@ TEST_F(MorTest, TheWelderAppliesCheckedSettingsAndInsertsTheMissingOnes) {
                                                             channel("targetGeom", "Wide", "0.3")})),
                                          actor("chest", channel("valueParm", "Bust", "1")), {"}"}}));
   open(first);
-  fire("Opening", "menuCombinePZ2", EventKind::Click);
+  click("menuCombinePZ2");
   ui::FormPZ2Combine& f = t->formPZ2Combine;
   ASSERT_TRUE(f.visible());
   EXPECT_EQ(f.caption(), "PZ2 Welder");
   EXPECT_EQ(f.ListFile1.items(), (Lines{" PBMCC_01", " NarrowHip", " Wide"}));
   EXPECT_EQ(f.ListKeyLinesFirst.items(), (Lines(3, "\t\t\t\tk 0 0")));
   t.services.dialog(second.string());
-  fire("FormPZ2Combine", "LabelOpenSecond", EventKind::Click);
+  fire("FormPZ2Combine", "LabelOpenSecond");
   EXPECT_EQ(f.LabelFileSecond.caption(), second.string());
   EXPECT_EQ(f.ListFile2.items(), (Lines{" Narrow", " Wide", " Bust"}));
   EXPECT_EQ(f.ListActors2.items(), (Lines{"hip:1", "hip:1", "chest:1"}));
   EXPECT_EQ(f.ListTGVP.items(), (Lines{"TG", "TG", "VP"}));
   f.ListFile2.setListIndex(2);
-  fire("FormPZ2Combine", "ListFile2", EventKind::Click);
+  fire("FormPZ2Combine", "ListFile2");
   EXPECT_EQ(f.LabelKey2.caption(), "\t\t\t\tk 0 1");
 
   // Narrow is part of NarrowHip, so its setting goes there, and Narrow itself is missing.
@@ -131,7 +112,7 @@ TEST_F(MorTest, TheWelderAppliesCheckedSettingsAndInsertsTheMissingOnes) {
   t.services.queue(ui::ScriptedAnswer::print((t.files() / "list.pdf").string()));
   auto output = t.files() / "welded.pz2";
   t.services.dialog(output.string());
-  fire("FormPZ2Combine", "LabelDone", EventKind::Click);
+  fire("FormPZ2Combine", "LabelDone");
   EXPECT_EQ(f.ListNotFound.items(), (Lines{" Narrow* 0", " Bust* 2"}));
   EXPECT_EQ(readFile(output),
             crlf(join({{"{"}, actor("BODY", body),
@@ -157,23 +138,23 @@ TEST_F(MorTest, WelderRefusalsAndAnActorTheFirstFileLacks) {
   auto second = file("second.pz2", join({{"{"}, actor("foot", channel("targetGeom", "Toe", "1")), {"}"}}));
   open(t.files() / "fig.cr2");
   t.services.expect("Error!", "PZ2 files only!");
-  fire("Opening", "menuCombinePZ2", EventKind::Click);
+  click("menuCombinePZ2");
   open(first);
-  fire("Opening", "menuCombinePZ2", EventKind::Click);
+  click("menuCombinePZ2");
   t.services.dialog((t.files() / "fig.cr2").string());
   t.services.expect("Error!", "PZ2 files only!");
-  fire("FormPZ2Combine", "LabelOpenSecond", EventKind::Click);
+  fire("FormPZ2Combine", "LabelOpenSecond");
   t.services.dialog(second.string());
-  fire("FormPZ2Combine", "LabelOpenSecond", EventKind::Click);
+  fire("FormPZ2Combine", "LabelOpenSecond");
   t->formPZ2Combine.ListFile2.setSelected(0, true);
   // The missing channel's actor is not in the first file: the insertion runs off its end.
   t.services.answerRunTimeErrors(true);
   std::string before = readFile(first);
-  fire("FormPZ2Combine", "LabelDone", EventKind::Click);
+  fire("FormPZ2Combine", "LabelDone");
   EXPECT_EQ(t.services.runTimeErrorReports(), 1);
   EXPECT_EQ(readFile(first), before);
   EXPECT_FALSE(std::filesystem::exists(t.work() / "CombineNF.pz2"));
-  fire("FormPZ2Combine", "LabelCancel", EventKind::Click);
+  fire("FormPZ2Combine", "LabelCancel");
   EXPECT_FALSE(t->formPZ2Combine.visible());
   EXPECT_EQ(t->formPZ2Combine.ListFile1.listCount(), 0);
   EXPECT_EQ(t.services.pending(), 0u);

@@ -226,16 +226,7 @@ const EntryPoint kEntryPoints[] = {
 
 // ---- the inputs ----
 
-std::vector<std::string> figureLines() {
-  std::vector<std::string> lines;
-  std::string text = readFile(kFigure);
-  for (std::size_t at = 0; at < text.size();) {
-    std::size_t end = text.find("\r\n", at);
-    lines.push_back(text.substr(at, end - at));
-    at = end == std::string::npos ? text.size() : end + 2;
-  }
-  return lines;
-}
+Lines figureLines() { return crlfLines(readFile(kFigure)); }
 
 std::string joined(const std::vector<std::string>& lines, const std::vector<std::string>& ends) {
   std::string text;

@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <filesystem>
 #include <functional>
 #include <map>
@@ -98,6 +99,18 @@ void walkFaults(int error, const Step<Fixture>& step, const Step<Fixture>& prepa
     SCOPED_TRACE(otherDisk ? "Work folder on another disk" : "Work folder on the user's disk");
     OtherDisk layout(otherDisk);
     walkFaultsOnce<Fixture>(error, step, prepare);
+  }
+}
+
+// The failures a writer meets: a full disk, an I/O error, a refused permission.
+inline constexpr int kDiskErrors[] = {ENOSPC, EIO, EACCES};
+
+// walkFaults with each of kDiskErrors in turn.
+template <class Fixture>
+void walkEveryFault(const Step<Fixture>& step, const Step<Fixture>& prepare = {}) {
+  for (int error : kDiskErrors) {
+    SCOPED_TRACE("errno " + std::to_string(error));
+    walkFaults<Fixture>(error, step, prepare);
   }
 }
 

@@ -43,10 +43,26 @@ void writeFile(const std::filesystem::path& path, const std::string& bytes) {
   out << bytes;
 }
 
-std::string crlf(const std::vector<std::string>& lines) {
+std::string crlf(const Lines& lines) {
   std::string s;
   for (const auto& l : lines) s += l + "\r\n";
   return s;
+}
+
+Lines crlfLines(const std::string& text) {
+  Lines lines;
+  for (std::size_t at = 0; at < text.size();) {
+    std::size_t end = std::min(text.find("\r\n", at), text.size());
+    lines.push_back(text.substr(at, end - at));
+    at = end + 2;
+  }
+  return lines;
+}
+
+Lines join(std::initializer_list<Lines> parts) {
+  Lines all;
+  for (const Lines& p : parts) all.insert(all.end(), p.begin(), p.end());
+  return all;
 }
 
 namespace {

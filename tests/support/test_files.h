@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
@@ -25,8 +26,14 @@ class TempDir {
 
 std::string readFile(const std::filesystem::path& path);
 void writeFile(const std::filesystem::path& path, const std::string& bytes);
-// Joins lines with CR LF after each one.
-std::string crlf(const std::vector<std::string>& lines);
+using Lines = std::vector<std::string>;
+
+// Joins lines with CR LF after each one; crlfLines splits such a text back (a last line
+// without an ending counts too).
+std::string crlf(const Lines& lines);
+Lines crlfLines(const std::string& text);
+// The parts one after another.
+Lines join(std::initializer_list<Lines> parts);
 // Empty when the files are equal; else a description of the first differing line.
 std::string firstDifference(const std::filesystem::path& actual, const std::filesystem::path& expected);
 // A gzip stream of `bytes` (as `gzip -n` writes one), and the bytes a gzip stream

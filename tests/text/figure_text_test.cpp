@@ -81,6 +81,7 @@ TEST(RunTimeNumber, TrailingBlanksGoAcrossWordEdges) {
 }
 
 TEST(FigureText, MatchFormsRecognisersAndFileKind) {
+TEST(FigureText, MatchFormsAndRecognisers) {
   EXPECT_TRUE(hasPrefix("actor hip:1", "actor"));
   EXPECT_FALSE(hasPrefix("\tactor hip:1", "actor"));  // raw lines match only at depth 0
   EXPECT_TRUE(contains("\t\tname hip", "name"));
@@ -93,11 +94,6 @@ TEST(FigureText, MatchFormsRecognisersAndFileKind) {
   // The whole header tells a part from one whose name begins with it.
   EXPECT_FALSE(isExact("actor lHand2:1", "actor lHand:1"));
   EXPECT_FALSE(isExact("actor lHand", "actor lHand:1"));
-  // The file kind is the lower-cased last three characters.
-  EXPECT_EQ(FileKind("C:\\x\\Fig.CR2"), "cr2");
-  EXPECT_EQ(FileKind("/a/pose.pz2"), "pz2");
-  EXPECT_EQ(FileKind("figcr2"), "cr2");  // no dot is looked for
-  EXPECT_EQ(FileKind("ab"), "ab");
 }
 
 TEST(FigureText, PoserPathForms) {

@@ -131,10 +131,13 @@ TEST(GzipFile, TheLastMovePacksWhatReplacesAPackedFile) {
   }
 }
 
-TEST(GzipFile, CompressedKindsAreTakenAsThePlainKinds) {
+// The file kind is the lower-cased last three characters, no dot looked for; the
+// compressed kinds are taken as the plain ones.
+TEST(GzipFile, FileKindsWithTheCompressedOnesAsThePlain) {
   const std::pair<const char*, const char*> kinds[] = {
-      {"a.crz", "cr2"}, {"a.PZZ", "pz2"}, {"a.p2z", "pz3"}, {"a.hrz", "hr2"},
-      {"a.ppz", "pp2"}, {"a.fcz", "fc2"}, {"a.cr2", "cr2"}, {"a.obj", "obj"},
+      {"a.crz", "cr2"},       {"a.PZZ", "pz2"},  {"a.p2z", "pz3"}, {"a.hrz", "hr2"},
+      {"a.ppz", "pp2"},       {"a.fcz", "fc2"},  {"a.obj", "obj"}, {"C:\\x\\Fig.CR2", "cr2"},
+      {"/a/pose.pz2", "pz2"}, {"figcr2", "cr2"}, {"ab", "ab"},
   };
   for (const auto& [path, kind] : kinds) EXPECT_EQ(text::FileKind(path), kind) << path;
 }

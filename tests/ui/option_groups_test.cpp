@@ -18,52 +18,41 @@ ui::OptionButton& option(Program& program, const std::string& form, const std::s
 }
 
 TEST(OptionGroups, AnOptionTurnedOnTurnsOffOnlyTheOthersOfItsContainer) {
-  struct Case {
-    const char *form, *on;
-    std::vector<const char*> off;   // the same container
-    std::vector<const char*> stay;  // another container
+  struct Group {
+    const char* form;
+    std::vector<const char*> options;
   };
-  std::vector<Case> cases = {
-      {"Opening", "OptionBodyPartRename", {"OptionChannelRename"}, {"OptionMashOBJ"}},
-      {"Opening", "OptionChannelRename", {"OptionBodyPartRename"}, {"OptionMashMorph"}},
-      {"Opening", "OptionMashMorph", {"OptionMashOBJ"}, {"OptionChannelRename"}},
-      {"Opening", "OptionMashOBJ", {"OptionMashMorph"}, {"OptionBodyPartRename"}},
-      {"FormOBJ", "OptionFrontView", {"OptionSideView", "OptionTopView"}, {"OptionNoColors"}},
-      {"FormOBJ", "OptionSideView", {"OptionFrontView", "OptionTopView"}, {"OptionColorGroups"}},
-      {"FormOBJ", "OptionTopView", {"OptionFrontView", "OptionSideView"}, {"OptionColorMaterials"}},
-      {"FormOBJ", "OptionColorGroups", {"OptionColorMaterials", "OptionNoColors"}, {"OptionTopView"}},
-      {"FormOBJ", "OptionColorMaterials", {"OptionColorGroups", "OptionNoColors"}, {"OptionFrontView"}},
-      {"FormOBJ", "OptionNoColors", {"OptionColorGroups", "OptionColorMaterials"}, {"OptionSideView"}},
-      {"Opening", "OptionSepObjFiles", {"OptionOneObjFile"}, {"OptionMashOBJ"}},
-      {"Opening", "OptionOneObjFile", {"OptionSepObjFiles"}, {"OptionChannelRename"}},
-      {"FormRenumber", "OptionBMP", {"OptionOBJ"}, {}},
-      {"FormRenumber", "OptionOBJ", {"OptionBMP"}, {}},
-      {"FormScale", "OptionMM", {"OptionPixels"}, {}},
-      {"FormScale", "OptionPixels", {"OptionMM"}, {}},
+  const Group groups[] = {
+      {"Opening", {"OptionBodyPartRename", "OptionChannelRename"}},
+      {"Opening", {"OptionMashMorph", "OptionMashOBJ"}},
+      {"Opening", {"OptionSepObjFiles", "OptionOneObjFile"}},
+      {"FormOBJ", {"OptionFrontView", "OptionSideView", "OptionTopView"}},
+      {"FormOBJ", {"OptionColorGroups", "OptionColorMaterials", "OptionNoColors"}},
+      {"FormRenumber", {"OptionBMP", "OptionOBJ"}},
+      {"FormScale", {"OptionMM", "OptionPixels"}},
+      {"DialogERC", {"OptionPBM", "OptionCM", "OptionJCM", "OptionMCM", "OptionJCJ", "OptionMCJ", "OptionJCT",
+                     "OptionMCT", "OptionTCM", "OptionTCJ"}},
   };
-  // The ten kinds of the controlled morph dialog are one group.
-  const char* kinds[] = {"OptionPBM", "OptionCM",  "OptionJCM", "OptionMCM", "OptionJCJ",
-                         "OptionMCJ", "OptionJCT", "OptionMCT", "OptionTCM", "OptionTCJ"};
-  for (const char* on : kinds) {
-    Case c{"DialogERC", on, {}, {}};
-    for (const char* other : kinds)
-      if (other != on) c.off.push_back(other);
-    cases.push_back(c);
-  }
   std::set<std::string> covered;
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.on);
-    TestProgram tp;
-    for (const char* name : c.off) option(*tp, c.form, name).setValue(true);
-    for (const char* name : c.stay) option(*tp, c.form, name).setValue(true);
-    option(*tp, c.form, c.on).setValue(true);
-    EXPECT_TRUE(option(*tp, c.form, c.on).value());
-    for (const char* name : c.off) EXPECT_FALSE(option(*tp, c.form, name).value()) << name;
-    for (const char* name : c.stay) EXPECT_TRUE(option(*tp, c.form, name).value()) << name;
-    // Turned off, an option leaves the others as they are.
-    option(*tp, c.form, c.on).setValue(false);
-    for (const char* name : c.stay) EXPECT_TRUE(option(*tp, c.form, name).value()) << name;
-    covered.insert(std::string(c.form) + "." + c.on);
+  for (const Group& g : groups) {
+    for (const char* on : g.options) {
+      SCOPED_TRACE(on);
+      TestProgram tp;
+      // One option of each other group of the form is on, and every other of its own.
+      std::vector<const char*> stay;
+      for (const Group& other : groups)
+        if (&other != &g && std::string(other.form) == g.form) stay.push_back(other.options.back());
+      for (const char* name : g.options) option(*tp, g.form, name).setValue(true);
+      for (const char* name : stay) option(*tp, g.form, name).setValue(true);
+      option(*tp, g.form, on).setValue(true);
+      for (const char* name : g.options)
+        EXPECT_EQ(option(*tp, g.form, name).value(), name == on) << name;
+      for (const char* name : stay) EXPECT_TRUE(option(*tp, g.form, name).value()) << name;
+      // Turned off, an option leaves the others as they are.
+      option(*tp, g.form, on).setValue(false);
+      for (const char* name : stay) EXPECT_TRUE(option(*tp, g.form, name).value()) << name;
+      covered.insert(std::string(g.form) + "." + on);
+    }
   }
   // Every option of every form has its group named above.
   TestProgram tp;

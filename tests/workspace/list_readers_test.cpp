@@ -79,14 +79,17 @@ TEST(ListReaders, SceneWithTwoFiguresCountsFieldsThroughTheDefinitions) {
   EXPECT_EQ(f.ListPropObj.foreColor(), ui::kRed);
 }
 
-TEST(ListReaders, PoseHairAndProp) {
+// Poses, faces, hair and props, from the small test set and from the generated demo set.
+TEST(ListReaders, PoseFaceHairAndProp) {
+  const std::string kData = std::string(TOLVANE_TEST_DATA) + "/workspace/poser";
   const struct {
+    std::string root;
     const char* file;
     std::vector<Prompt> prompts;
     Lists lists;
   } cases[] = {
-      {"Pose/Tolv/Wave.pz2", {kNoSkin}, {.actors = {" BODY:1 * 7", "    rHand:1 * 23"}}},
-      {"Hair/Tolv/Bob.hr2",
+      {kData, "Pose/Tolv/Wave.pz2", {kNoSkin}, {.actors = {" BODY:1 * 7", "    rHand:1 * 23"}}},
+      {kData, "Hair/Tolv/Bob.hr2",
        {kNoBodyParts, kMoreThanOneMap},
        {.channels = with(kHeadings, {"", "\tWind"}),
         .reorder = {"*Wind^ 0@Wind"},
@@ -97,16 +100,38 @@ TEST(ListReaders, PoseHairAndProp) {
         .obj = "Tolv:bob.obj",
         .tex = ":Runtime:textures:Tolv:bob.jpg",
         .trans = ":Runtime:textures:Tolv:bob_tr.jpg"}},
-      {"Props/Tolv/Vase.pp2",
+      {kData, "Props/Tolv/Vase.pp2",
        {kNoBodyParts, kNoSkin},
        {.materials = {"glaze"},
         .colours = {"25.6  128  230.4"},
         .hiLites = {"256  256  256"},
         .obj = "Tolv:vase.obj"}},
+      {TOLVANE_SAMPLES, "Pose/Tolvane/Wave.pz2",
+       {kNoSkin},
+       {.actors = {" BODY:1 * 7", "    chest:1 * 21", "    neck:1 * 51", "    head:1 * 81",
+                   "    lShldr:1 * 111", "    lForeArm:1 * 141", "    rCollar:1 * 171", "    rShldr:1 * 201",
+                   "    rForeArm:1 * 231", "    rHand:1 * 261"}}},
+      {TOLVANE_SAMPLES, "Face/Tolvane/Smile.fc2",
+       {kNoSkin},
+       // Smile has no name line, so the dial name is cut from the keys line in its place.
+       {.actors = {" BODY:1 * 7", "    head:1 * 21"}, .reorder = {"head:1*eys^ 20@Smile"}}},
+      {TOLVANE_SAMPLES, "Hair/Tolvane/Bob.hr2",
+       {kNoBodyParts, kMoreThanOneMap},
+       {.channels = with(kHeadings, {"", "\tWindswept"}),
+        .reorder = {"*Windswept^ 0@Windswept"},
+        .materials = {"hair"},
+        .colours = {"89.6  56.32  30.72"},
+        .hiLites = {"76.8  64  51.2"},
+        .texMaps = {":Runtime:textures:Tolvane:bob_hair.bmp", "NO_MAP"},
+        .obj = "Tolvane:bob.obj",
+        .trans = "NO_MAP"}},
+      {TOLVANE_SAMPLES, "Props/Tolvane/Vase.pp2",
+       {kNoBodyParts, kNoSkin},
+       {.materials = {"vase"}, .colours = {"51.2  115.2  179.2"}, .hiLites = {"256  256  256"}}},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.file);
-    WorkspaceFixture w;
+    WorkspaceFixture w(c.root);
     ui::Opening& f = w.open(w.lib(c.file), c.prompts);
     expectLists(f, c.lists);
     EXPECT_TRUE(f.MenuCR2Tools.enabled());
@@ -174,44 +199,6 @@ TEST(WorkspaceSamples, SceneWithTwoFigures) {
   EXPECT_EQ(f.ListActors.list(104), "    rToe:2 * 12302");
   EXPECT_EQ(f.ListActors.list(105), "    ");
   EXPECT_EQ(f.ListMaterials.listCount(), 14);
-}
-
-TEST(WorkspaceSamples, PoseFaceHairAndProp) {
-  const struct {
-    const char* file;
-    std::vector<Prompt> prompts;
-    Lists lists;
-  } cases[] = {
-      {"Pose/Tolvane/Wave.pz2",
-       {kNoSkin},
-       {.actors = {" BODY:1 * 7", "    chest:1 * 21", "    neck:1 * 51", "    head:1 * 81",
-                   "    lShldr:1 * 111", "    lForeArm:1 * 141", "    rCollar:1 * 171", "    rShldr:1 * 201",
-                   "    rForeArm:1 * 231", "    rHand:1 * 261"}}},
-      {"Face/Tolvane/Smile.fc2",
-       {kNoSkin},
-       // Smile has no name line, so the dial name is cut from the keys line in its place.
-       {.actors = {" BODY:1 * 7", "    head:1 * 21"}, .reorder = {"head:1*eys^ 20@Smile"}}},
-      {"Hair/Tolvane/Bob.hr2",
-       {kNoBodyParts, kMoreThanOneMap},
-       {.channels = with(kHeadings, {"", "\tWindswept"}),
-        .reorder = {"*Windswept^ 0@Windswept"},
-        .materials = {"hair"},
-        .colours = {"89.6  56.32  30.72"},
-        .hiLites = {"76.8  64  51.2"},
-        .texMaps = {":Runtime:textures:Tolvane:bob_hair.bmp", "NO_MAP"},
-        .obj = "Tolvane:bob.obj",
-        .trans = "NO_MAP"}},
-      {"Props/Tolvane/Vase.pp2",
-       {kNoBodyParts, kNoSkin},
-       {.materials = {"vase"}, .colours = {"51.2  115.2  179.2"}, .hiLites = {"256  256  256"}}},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.file);
-    WorkspaceFixture s(TOLVANE_SAMPLES);
-    ui::Opening& f = s.open(s.lib(c.file), c.prompts);
-    expectLists(f, c.lists);
-    EXPECT_TRUE(f.MenuCR2Tools.enabled());
-  }
 }
 
 TEST(ListReaders, DisplayFormOfAPath) {

@@ -69,6 +69,27 @@ inline Entries with(Entries a, const Entries& b) {
   return a;
 }
 
+// The save tests' figure, copied into the user's folder (the folder a fault walk
+// watches), gzip-packed as figure.crz when `packed`, and opened on the figure page;
+// `handEdit` types into a path box and takes it.
+inline const std::filesystem::path kSaveData = std::filesystem::path(TOLVANE_TEST_DATA) / "workspace" / "save";
+struct OpenedFigure : WorkspaceFixture {
+  explicit OpenedFigure(bool packed = false) : file(t.files() / (packed ? "figure.crz" : "figure.cr2")) {
+    std::string text = readFile(kSaveData / "figure.cr2");
+    writeFile(file, packed ? gzipBytes(text) : text);
+    open(file, {kMoreThanOneMap});
+    original = readFile(file);
+  }
+  TestProgram& program() { return t; }
+  std::filesystem::path userFolder() { return t.files(); }
+  void handEdit(ui::TextBox& box, const std::string& text) {
+    box.setText(text);
+    EXPECT_TRUE(fireEvent(*t, "Opening", box.name(), EventKind::DblClick));
+  }
+  std::filesystem::path file;
+  std::string original;
+};
+
 // What the figure page shows after an open: its lists and the main path boxes. Every
 // member has an initialiser, so a designated initialiser may leave any of them out.
 struct Lists {

@@ -6,44 +6,38 @@
 namespace tolvane::test {
 namespace {
 
-const std::filesystem::path kSave = std::filesystem::path(TOLVANE_TEST_DATA) / "workspace" / "save";
+const std::filesystem::path& kSave = kSaveData;
 
-struct SaveFixture : WorkspaceFixture {
-  SaveFixture() {
-    file = copyInto(kSave / "figure.cr2", t.files());
-    open(file, {kMoreThanOneMap});
-    original = readFile(file);
-  }
-  void handEdit(ui::TextBox& box, const std::string& text) {
-    box.setText(text);
-    ASSERT_TRUE(fireEvent(*t, "Opening", box.name(), EventKind::DblClick));
-  }
-  std::filesystem::path file;
-  std::string original;
-};
 struct WorkspaceSave : ::testing::Test {
-  SaveFixture s;
+  OpenedFigure s;
 };
 
-TEST_F(WorkspaceSave, SaveWritesTheRedBoxesOnly) {
-  ui::Opening& f = s.form();
-  s.handEdit(f.TextMainOBJ, "Runtime\\Geometries\\Tolv\\new.obj");
-  s.handEdit(f.TextMainBump, "C:\\tex\\b.jpg");
-  s.handEdit(f.TextMainTex, "Default P4 Map");
-  f.TextMainTrans.setText("typed-but-not-taken.jpg");
-  EXPECT_EQ(f.TextMainOBJ.text(), "Runtime:Geometries:Tolv:new.obj");
-  EXPECT_EQ(f.NewObjLine, "figureResFile :Runtime:Geometries:Tolv:new.obj");
-  EXPECT_EQ(f.LabelMainBump.foreColor(), ui::kRed);
-  EXPECT_EQ(f.PathsDirty, 1);
+// A packed figure is written back packed under its own name.
+TEST(SaveOfThePathBoxes, WritesTheRedBoxesOnlyPackedAsTheFileWas) {
+  for (bool packed : {false, true}) {
+    SCOPED_TRACE(packed ? "packed" : "plain");
+    OpenedFigure s(packed);
+    ui::Opening& f = s.form();
+    s.handEdit(f.TextMainOBJ, "Runtime\\Geometries\\Tolv\\new.obj");
+    s.handEdit(f.TextMainBump, "C:\\tex\\b.jpg");
+    s.handEdit(f.TextMainTex, "Default P4 Map");
+    f.TextMainTrans.setText("typed-but-not-taken.jpg");
+    EXPECT_EQ(f.TextMainOBJ.text(), "Runtime:Geometries:Tolv:new.obj");
+    EXPECT_EQ(f.NewObjLine, "figureResFile :Runtime:Geometries:Tolv:new.obj");
+    EXPECT_EQ(f.LabelMainBump.foreColor(), ui::kRed);
+    EXPECT_EQ(f.PathsDirty, 1);
 
-  s.click("MenuFileSave", s.file);
-  EXPECT_EQ(firstDifference(s.file, kSave / "expected_save.cr2"), "");
-  EXPECT_EQ(s.t.services.dialogs().back().fileName, s.file.string());
-  EXPECT_EQ(s.t.services.dialogs().back().kind, ui::FileDialogRequest::Kind::Save);
-  for (ui::Label* l : {&f.LabelMainOBJPath, &f.LabelMainTex, &f.LabelMainBump, &f.LabelMainTrans})
-    EXPECT_EQ(l->foreColor(), 0xC00000u) << l->name();
-  EXPECT_EQ(f.PathsDirty, 0);
-  EXPECT_FALSE(std::filesystem::exists(s.t.work() / "cr2temp.txt"));
+    s.click("MenuFileSave", s.file);
+    std::string saved = readFile(s.file);
+    EXPECT_EQ(packed ? gunzipBytes(saved) : saved, readFile(kSave / "expected_save.cr2"));
+    EXPECT_EQ(s.t.services.dialogs().back().fileName, s.file.string());
+    EXPECT_EQ(s.t.services.dialogs().back().kind, ui::FileDialogRequest::Kind::Save);
+    for (ui::Label* l : {&f.LabelMainOBJPath, &f.LabelMainTex, &f.LabelMainBump, &f.LabelMainTrans})
+      EXPECT_EQ(l->foreColor(), 0xC00000u) << l->name();
+    EXPECT_EQ(f.PathsDirty, 0);
+    EXPECT_FALSE(std::filesystem::exists(s.t.work() / "cr2temp.txt"));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(s.t.files()), {}), 1);
+  }
 }
 
 TEST_F(WorkspaceSave, ExitDoublesTheKeywordAndOpenReplacesNoGeometry) {
@@ -55,7 +49,7 @@ TEST_F(WorkspaceSave, ExitDoublesTheKeywordAndOpenReplacesNoGeometry) {
   for (const Case& c : {Case{PathWriteVariant::Exit, "expected_exit.cr2", false},
                         Case{PathWriteVariant::Open, "expected_open.cr2", true}}) {
     SCOPED_TRACE(c.expected);
-    SaveFixture each;  // a fresh figure for each variant
+    OpenedFigure each;  // a fresh figure for each variant
     ui::Opening& f = each.form();
     each.click("LabelMainOBJPath", each.poser / "Runtime/Geometries/Tolv/ball.obj");
     EXPECT_EQ(f.TextMainOBJ.text(), "Runtime:Geometries:Tolv:ball.obj");
