@@ -154,7 +154,7 @@ std::uint64_t unpack(int packed, std::uint64_t packedLength, int to, const std::
   return total;
 }
 
-const std::string_view kPackedKinds[][2] = {{"crz", "cr2"}, {"pzz", "pz2"}, {"p2z", "pz3"},
+const std::string_view kPackedKinds[][2] = {{"crz", "cr2"}, {"p2z", "pz2"}, {"pzz", "pz3"},
                                             {"hrz", "hr2"}, {"ppz", "pp2"}, {"fcz", "fc2"}};
 
 std::string lower(std::string_view s) {

@@ -80,7 +80,6 @@ TEST(RunTimeNumber, TrailingBlanksGoAcrossWordEdges) {
   }
 }
 
-TEST(FigureText, MatchFormsRecognisersAndFileKind) {
 TEST(FigureText, MatchFormsAndRecognisers) {
   EXPECT_TRUE(hasPrefix("actor hip:1", "actor"));
   EXPECT_FALSE(hasPrefix("\tactor hip:1", "actor"));  // raw lines match only at depth 0

@@ -135,7 +135,7 @@ TEST(GzipFile, TheLastMovePacksWhatReplacesAPackedFile) {
 // compressed kinds are taken as the plain ones.
 TEST(GzipFile, FileKindsWithTheCompressedOnesAsThePlain) {
   const std::pair<const char*, const char*> kinds[] = {
-      {"a.crz", "cr2"},       {"a.PZZ", "pz2"},  {"a.p2z", "pz3"}, {"a.hrz", "hr2"},
+      {"a.crz", "cr2"},       {"a.P2Z", "pz2"},  {"a.pzz", "pz3"}, {"a.hrz", "hr2"},
       {"a.ppz", "pp2"},       {"a.fcz", "fc2"},  {"a.obj", "obj"}, {"C:\\x\\Fig.CR2", "cr2"},
       {"/a/pose.pz2", "pz2"}, {"figcr2", "cr2"}, {"ab", "ab"},
   };
