@@ -48,8 +48,9 @@ void showPickers(ui::Opening& f, bool on) {
 }
 
 // The routine back at rest: its lists hidden, its state forgotten, the name box put
-// away if the routine had it.
-void backToRest(Program& program) {
+// away if the routine had it. A finished run leaves the link weights it guessed in view
+// until the next run starts.
+void backToRest(Program& program, bool keepWeights = false) {
   auto& f = program.opening;
   if (f.Transfer.step == Step::AwaitName) {
     f.TextMorphRename.setText("");
@@ -59,6 +60,7 @@ void backToRest(Program& program) {
   f.ToolMode = 0;
   showPickers(f, false);
   for (ui::ListBox* l : {&f.ListTransferChains, &f.ListTransferWeights}) {
+    if (keepWeights && l == &f.ListTransferWeights) continue;
     l->clear();
     l->setVisible(false);
   }
@@ -291,9 +293,11 @@ void writeNewFigure(Program& program) {
   in.close();
   scratch.close();
   text::moveScratchInto(scratch.scratch(), text::nativePath(t.newPath), true);
+  // The scratch copy lies among the user's files: one the move could not remove goes now.
+  text::deleteIgnoringErrors(scratch.scratch());
   program.setBusy(false);
   const std::string path = t.newPath;
-  backToRest(program);
+  backToRest(program, true);
   ui::msgBox(program.services, "New CR2 saved as " + path + ".", "Finished!");
 }
 

