@@ -133,6 +133,10 @@ TEST_P(WholeTransfer, WritesTheNewFigureBesideTheTarget) {
   }
   EXPECT_EQ(services.pending(), 0u) << lastMessage();
   EXPECT_EQ(firstDifference(result("target.cr2"), data(std::string("transfer/") + c.expected)), "");
+  // The part's morphs stay behind; its own otherActor line names it by its new name.
+  const std::string written = readFile(result("target.cr2"));
+  EXPECT_EQ(written.find("targetGeom"), std::string::npos);
+  EXPECT_NE(written.find("\totherActor tail2:1\r\n"), std::string::npos);
   EXPECT_EQ(readFile(folder / "target.cr2"), target);
   EXPECT_EQ(readFile(dest), source);
   EXPECT_FALSE(std::filesystem::exists(tp->currentDir / "newcr2.doc"));
