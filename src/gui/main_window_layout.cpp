@@ -235,6 +235,13 @@ QWidget* MainWindow::buildPanes() {
                          &o.ListChannelsReorderNewOrder, &o.ListChannelsReorderReordered, &o.ListAltGeomActors,
                          &o.ListAltGeomNames})
     m_workLists->addWidget(list(*l, l != &o.ListEMCs));
+  // The body part transfer's folder and file lists, whose lines drag onto the tool's
+  // picture, and its chain and link weight lists.
+  auto* transfer = new QVBoxLayout;
+  transfer->addWidget(place(o.DirTransferParts, new QComboBox));
+  transfer->addWidget(list(o.FileTransferParts, true), 1);
+  m_workLists->addLayout(transfer);
+  for (ui::ListBox* l : {&o.ListTransferChains, &o.ListTransferWeights}) m_workLists->addWidget(list(*l, false));
   panes->addLayout(m_workLists, 2);
   return page;
 }

@@ -1,6 +1,7 @@
 // Registers the handlers of the channel viewer and the morph tools.
 #include "morph/morph_events.h"
 
+#include "morph/body_part_transfer.h"
 #include "morph/channel_reorder.h"
 #include "morph/channel_viewer.h"
 #include "morph/dial_tools.h"
@@ -31,7 +32,11 @@ void registerMorphEvents(EventTable& table) {
   addPicture(table, "PictureRenameMorph", RenameMorphClick, RenameMorphRightClick);
   addPicture(table, "PictureTrash", TrashClick, TrashRightClick);
   table.add("Opening", "PictureTrash", EventKind::Drop, TrashDrop);
-  table.add("Opening", "TextMorphRename", EventKind::Key, TextMorphRenameKey);
+  // The name box serves the rename tool, and the body part transfer while it waits
+  // for the new part's name.
+  table.add("Opening", "TextMorphRename", EventKind::Key, [](Program& p, const EventArgs& args) {
+    if (!TransferNameKey(p, args)) TextMorphRenameKey(p, args);
+  });
 
   table.add("Opening", "ListChannels", EventKind::Press, ListChannelsPress);
   table.add("Opening", "ListChannels", EventKind::Release, ListChannelsRelease);
@@ -41,7 +46,9 @@ void registerMorphEvents(EventTable& table) {
             [](Program& p, const EventArgs&) { ListChannelsMouseMove(p); });
   table.add("Opening", "ListActors", EventKind::Press, ListActorsPress);
   table.add("Opening", "ListActors", EventKind::DblClick, [](Program& p, const EventArgs&) {
-    if (isOn(p.opening.PictureMirror))
+    if (p.opening.ToolMode == 69)
+      TransferCutOut(p);
+    else if (isOn(p.opening.PictureMirror))
       MirrorToPart(p);
     else
       ListActorsDblClick(p);
@@ -74,6 +81,17 @@ void registerChannelToolEvents(EventTable& table) {
             [](Program& p, const EventArgs&) { RestoreTwist(p, p.opening.ListTwistParts.text()); });
   table.add("Opening", "ListLimitParts", EventKind::DblClick,
             [](Program& p, const EventArgs&) { ForceLimits(p, p.opening.ListLimitParts.text()); });
+  // Body part transfer: the menu line starts nothing; the tool's hidden picture and its
+  // lists carry the routine.
+  menu("MenuTransferParts", [](Program&) {});
+  menu("PictureTransferParts", TransferPictureClick);
+  table.add("Opening", "PictureTransferParts", EventKind::Drop, TransferDrop);
+  table.add("Opening", "DirTransferParts", EventKind::Change,
+            [](Program& p, const EventArgs&) { TransferDirChange(p); });
+  menu("FileTransferParts", TransferFileClick);
+  table.add("Opening", "ListTransferChains", EventKind::DblClick,
+            [](Program& p, const EventArgs&) { TransferChainDblClick(p); });
+  menu("ListTransferChains", TransferChainClick);
   menu("menuMirror", MenuMirrorClick);
   menu("menuMirrorOpen", MenuMirrorOpenClick);
   menu("LabelX", [](Program& p) { HideDialClick(p, 'X'); });

@@ -37,6 +37,7 @@ Opening::Opening() : Form("Opening") {
   LabelX.setCaption("X");
   LabelY.setCaption("Y");
   LabelZ.setCaption("Z");
+  DirTransferParts.setVisible(false);
   ListTwistParts.setItems({"Thigh", "Hip (as alternate Thigh name)", "Shoulder"});
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "ui/form.h"
 
@@ -194,6 +195,32 @@ class Opening : public Form {
   // The form's mode value: 69 while a double-click in ListActors chooses the body part
   // to transfer.
   int ToolMode = 0;
+
+  // Body part transfer. MenuTransferParts starts nothing; the tool's picture is kept out
+  // of sight: a click on it sets ToolMode to 69, a file dropped on it is the target.
+  // The folder and file lists are the tool's own pickers, shown while it runs.
+  Picture PictureTransferParts{this, "PictureTransferParts"};
+  ComboBox DirTransferParts{this, "DirTransferParts"};
+  ListBox FileTransferParts{this, "FileTransferParts"};
+  // The target's IK chains, then the chosen chain's lines; the chain's link weights.
+  ListBox ListTransferChains{this, "ListTransferChains"};
+  ListBox ListTransferWeights{this, "ListTransferWeights"};
+  // Where the guided run stands; each step that waits for the user is a state that the
+  // next event advances.
+  enum class TransferStep { Rest, PartCut, AwaitObj, AwaitName, AwaitChain, AwaitPlace };
+  struct BodyPartTransfer {
+    TransferStep step = TransferStep::Rest;
+    std::string part;          // the moved part's name with suffix, as "lHand:1"
+    std::string filePattern = "*.cr2";
+    std::string target;        // the dropped figure
+    std::string newPath;       // "New-" and its name, in the file list's folder
+    std::string objLine;       // the new main OBJ line
+    std::string newName;       // the typed name of the new part
+    std::vector<std::string> chainHeads;  // the inkyChain lines of the target, in order
+    int chain = -1;            // the chosen chain, by its order in the file
+    int linkAt = -1;           // the new link's place among the chain's links
+    std::string linkWeight;    // its weight, as written
+  } Transfer;
 
   // Install and utilities: the install menu, the inventory list and its three pictures,
   // the hidden labels the install keeps its state in, the utilities' menu lines.
