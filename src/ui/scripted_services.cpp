@@ -111,6 +111,7 @@ void ScriptedServices::clearRecords() {
   m_printed.clear();
   m_sounds.clear();
   m_processes.clear();
+  m_progress.clear();
   m_beeps = m_tileCloses = m_yields = 0;
 }
 
