@@ -310,10 +310,10 @@ void QtServices::setBusy(bool busy) {
 }
 
 namespace {
-// Holds back the user's clicks, keys and drops while a busy job lets the event loop run:
-// the windows paint, the timers run and the progress moves, but nothing starts a second
-// tool or opens a file on top of the running one. A dialog the job itself shows
-// (a question from a timer's handler) still takes its input.
+// Holds back the user's clicks, keys and drops while a job lets the event loop run for
+// its own sake: the windows paint, the timers run and the progress moves, but nothing
+// starts a second tool or opens a file on top of the running one. A dialog the job
+// itself shows (a question from a timer's handler) still takes its input.
 class InputGate : public QObject {
  public:
   bool eventFilter(QObject* watched, QEvent* event) override {
@@ -349,11 +349,9 @@ class InputGate : public QObject {
 };
 }  // namespace
 
-void QtServices::yield() {
-  if (!m_busy) {
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
-    return;
-  }
+void QtServices::yield() { QCoreApplication::processEvents(QEventLoop::AllEvents, 50); }
+
+void QtServices::yieldHoldingInput() {
   InputGate gate;
   qApp->installEventFilter(&gate);
   QCoreApplication::processEvents(QEventLoop::AllEvents, 50);

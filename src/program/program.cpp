@@ -16,7 +16,7 @@ Program::Program(ui::Services& services_, ui::Settings& settings_, ProgramOption
         // The window shows the figures of a busy job only; other work just yields.
         if (opening.busy()) opening.setProgress(done, total);
         services.progress(done, total);
-        services.yield();
+        services.yieldHoldingInput();
       }),
       m_paceScope(m_pace) {
   addForm(&opening);
