@@ -2,10 +2,10 @@
 // window keeps painting, clicks made meanwhile start nothing, and the bar goes away
 // when the open ends.
 #include <QApplication>
-#include <algorithm>
 #include <QProgressBar>
 #include <QTest>
 #include <QTimer>
+#include <algorithm>
 #include <memory>
 
 #include "app/app.h"

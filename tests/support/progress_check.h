@@ -15,18 +15,21 @@ namespace tolvane::test {
 
 // Makes the program report at every chance instead of every 100 ms, so that a job on a
 // file of a few megabytes reports as a long one does, whatever the machine's speed.
-inline void reportEveryStep(TestProgram& t) { t->pace().setEvery(std::chrono::steady_clock::duration::zero()); }
+inline void reportEveryStep(TestProgram& t) {
+  t->pace().setEvery(std::chrono::steady_clock::duration::zero());
+}
 
 // The totals of the passes the reports make, in order: reports in a row with the same
 // total and rising bytes are one pass over one file; bytes that fall start another
 // pass. No report passes its total, and with `allBusy` every one came while the
 // program was busy.
-inline std::vector<std::uint64_t> progressPasses(const std::vector<ui::ScriptedServices::ProgressReport>& reports,
-                                                 bool allBusy = true) {
+inline std::vector<std::uint64_t> progressPasses(
+    const std::vector<ui::ScriptedServices::ProgressReport>& reports, bool allBusy = true) {
   std::vector<std::uint64_t> passes;
   for (std::size_t i = 0; i < reports.size(); ++i) {
     const auto& r = reports[i];
-    SCOPED_TRACE("report " + std::to_string(i) + ": " + std::to_string(r.done) + " of " + std::to_string(r.total));
+    SCOPED_TRACE("report " + std::to_string(i) + ": " + std::to_string(r.done) + " of " +
+                 std::to_string(r.total));
     if (allBusy) {
       EXPECT_TRUE(r.busy);
     }

@@ -6,11 +6,11 @@
 #include <utility>
 #include <vector>
 
+#include "test_files.h"
 #include "text/disk.h"
 #include "text/figure_scan.h"
 #include "text/line_reader.h"
 #include "text/scratch_move.h"
-#include "test_files.h"
 
 namespace tolvane::text {
 namespace {

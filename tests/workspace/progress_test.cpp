@@ -63,8 +63,9 @@ TEST_F(ProgressTest, RepairThenOpenReportTheirOwnFiles) {
   for (char c : text)
     if (c != '\r') bare.push_back(c);
   writeFile(figure, bare);
-  open({{"Sorry!", "Tolvane may not be able to process this file, due to its unconventional construction.  Click OK "
-                   "to backup and continue, or Cancel."},
+  open({{"Sorry!",
+         "Tolvane may not be able to process this file, due to its unconventional construction.  Click OK "
+         "to backup and continue, or Cancel."},
         {"Note!", "Unconventional line ending! ..."},
         {"Success!", "..."}});
   EXPECT_NE(size(), bare.size()) << "the figure was repaired";
