@@ -1,6 +1,8 @@
 #include "editor/editor_save.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <string_view>
 
 #include "text/figure_text.h"
 #include "text/line_writer.h"
@@ -15,12 +17,22 @@ namespace tolvane::editor {
 namespace {
 constexpr const char* kScratch = "\\EditorSave.tmp";
 
+// The pane's text in pieces of a few megabytes, telling how far the save is between
+// them, so that a long text neither freezes the window nor doubles in memory.
+void writeInPieces(Program& program, text::LineWriter& out, std::string_view text) {
+  constexpr std::size_t kPiece = 4 << 20;
+  for (std::size_t at = 0; at < text.size(); at += kPiece) {
+    out.write(text.substr(at, kPiece));
+    program.progress(std::min(at + kPiece, text.size()), text.size());
+  }
+}
+
 void writePane(Program& program, ui::TextPane& pane, const std::string& chosen) {
   std::filesystem::path scratch = program.workFile(kScratch);
   text::deleteIgnoringErrors(scratch);
   try {
     text::LineWriter out(scratch, text::LineWriter::Mode::Output);
-    out.write(pane->text());
+    writeInPieces(program, out, pane->text());
     out.close();
     // The pane's own file goes, and so does any other file of the chosen name.
     text::moveScratchInto(scratch, text::nativePath(chosen), true);

@@ -5,14 +5,10 @@
 
 namespace tolvane::erc {
 
-Pacer::Pacer(Program& program) : m_program(program), m_last(std::chrono::steady_clock::now()) {}
+Pacer::Pacer(Program& program) : m_program(program) {}
 
-void Pacer::check() {
-  auto now = std::chrono::steady_clock::now();
-  if (now - m_last < std::chrono::milliseconds(100)) return;
-  m_last = now;
-  m_program.services.yield();
-}
+// The program's one clock, shared with the scanner's own reports.
+void Pacer::check() { m_program.keepPace(); }
 
 void copyLines(text::FigureScanner& in, text::LineWriter& out, long long count, Pacer& pacer) {
   for (long long i = 0; i < count; ++i) {

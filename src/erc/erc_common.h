@@ -29,7 +29,6 @@ class Pacer {
   void check();
   Program& m_program;
   unsigned m_count = 0;
-  std::chrono::steady_clock::time_point m_last;
 };
 
 // The copy loops read through the figure scanner, whose lines are views into its

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
@@ -43,6 +44,9 @@ class MainWindow : public QMainWindow {
   QMenu* menuFor(const std::string& controlName) const;
   // The window of another form, once it was made.
   QWidget* formWindow(const std::string& formName) const;
+  // The status bar's bar shows a percentage for work on files larger than this.
+  static constexpr std::uint64_t kMeasuredFrom = 20u << 20;
+  QProgressBar* progressBar() const { return m_progress; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -78,6 +82,7 @@ class MainWindow : public QMainWindow {
   void placePopUp(QWidget* popUp);
   // The status bar: the open file's kind, size and lines when idle, the work when busy.
   void showDocumentState();
+  void showProgress(bool busy, std::uint64_t done, std::uint64_t total);
   void showChannelsHeading();
   void closePopUpsAround(QWidget* clicked);
 

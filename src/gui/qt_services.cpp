@@ -309,7 +309,54 @@ void QtServices::setBusy(bool busy) {
     while (QApplication::overrideCursor() != nullptr) QApplication::restoreOverrideCursor();
 }
 
+namespace {
+// Holds back the user's clicks, keys and drops while a job lets the event loop run for
+// its own sake: the windows paint, the timers run and the progress moves, but nothing
+// starts a second tool or opens a file on top of the running one. A dialog the job
+// itself shows (a question from a timer's handler) still takes its input.
+class InputGate : public QObject {
+ public:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (!isUserInput(event->type())) return false;
+    QWidget* modal = QApplication::activeModalWidget();
+    auto* widget = qobject_cast<QWidget*>(watched);
+    return modal == nullptr || widget == nullptr || (widget != modal && !modal->isAncestorOf(widget));
+  }
+
+ private:
+  static bool isUserInput(QEvent::Type type) {
+    switch (type) {
+      case QEvent::MouseButtonPress:
+      case QEvent::MouseButtonRelease:
+      case QEvent::MouseButtonDblClick:
+      case QEvent::KeyPress:
+      case QEvent::KeyRelease:
+      case QEvent::ShortcutOverride:
+      case QEvent::Shortcut:
+      case QEvent::Wheel:
+      case QEvent::ContextMenu:
+      case QEvent::DragEnter:
+      case QEvent::DragMove:
+      case QEvent::Drop:
+      case QEvent::TouchBegin:
+      case QEvent::TouchUpdate:
+      case QEvent::TouchEnd:
+        return true;
+      default:
+        return false;
+    }
+  }
+};
+}  // namespace
+
 void QtServices::yield() { QCoreApplication::processEvents(QEventLoop::AllEvents, 50); }
+
+void QtServices::yieldHoldingInput() {
+  InputGate gate;
+  qApp->installEventFilter(&gate);
+  QCoreApplication::processEvents(QEventLoop::AllEvents, 50);
+  qApp->removeEventFilter(&gate);
+}
 
 void QtServices::playSound(const std::filesystem::path& file) {
   std::error_code ec;

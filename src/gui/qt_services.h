@@ -34,6 +34,7 @@ class QtServices : public ui::Services {
   void beep() override;
   void setBusy(bool busy) override;
   void yield() override;
+  void yieldHoldingInput() override;
   void playSound(const std::filesystem::path& file) override;
   bool startProcess(const std::string& program, const std::vector<std::string>& args) override;
   std::optional<std::string> httpGet(const std::string& url) override;

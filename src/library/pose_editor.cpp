@@ -61,7 +61,6 @@ void loadActors(Program& program, const std::string& path, bool materialMode) {
 void loadMaterials(Program& program, const std::string& path) {
   ui::FormPZ2& f = form(program);
   text::FigureScanner in(text::nativePath(path));
-  in.setYield([&program] { program.services.yield(); });
   text::MaterialScan scan = text::scanMaterials(in, text::FileKind(path), true);
   for (std::string& name : scan.names) f.ListMaterialsMAT.addItem(name);
   for (std::string& colour : scan.colours) f.ListMATColors.addItem(colour);

@@ -86,7 +86,6 @@ long long takeJoints(Program& program, const std::string& sourceLine,
 char destinationFigureNumber(Program& program, const std::string& withColon, const std::string& withNumber,
                              bool& found) {
   text::FigureScanner in(text::nativePath(program.opening.LabelFileNameForEditor.caption()));
-  in.setYield([&program] { program.services.yield(); });
   text::Needles needles{withColon};
   char number = 0;
   std::string_view field;

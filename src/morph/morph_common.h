@@ -50,7 +50,8 @@ bool isGroupBlock(const std::string& figure, const std::string& part, const std:
 // A raw line; reading past the end is run-time error 62 naming the file.
 std::string readLine(text::LineReader& in);
 
-// Yields to the event loop about every 100 ms of work, whatever the number of lines.
+// Yields to the event loop about every 100 ms of work, whatever the number of lines,
+// telling how far the reading of the file is.
 class Pacer;
 
 // Copies lines until one equals `key`; the key line is returned, not written.
@@ -72,7 +73,6 @@ class Pacer {
   void check();
   Program& m_program;
   unsigned m_count = 0;
-  std::chrono::steady_clock::time_point m_last;
 };
 
 // "12345 bytes" as LabelFileSize shows it, with the number's leading blank.

@@ -27,6 +27,8 @@ void reportRunTimeError(Program& program, int number, const std::string& text) {
 }  // namespace
 
 void runGuarded(Program& program, const std::function<void()>& command) {
+  // The handler's reading loops report to this program, whichever program came last.
+  text::PaceScope pace(program.pace());
   try {
     command();
   } catch (const text::RuntimeError& e) {

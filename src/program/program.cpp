@@ -11,7 +11,14 @@ Program::Program(ui::Services& services_, ui::Settings& settings_, ProgramOption
       workDir(std::move(options.workDir)),
       currentDir(std::move(options.currentDir)),
       appPath(std::move(options.appPath)),
-      commandLine(std::move(options.commandLine)) {
+      commandLine(std::move(options.commandLine)),
+      m_pace([this](std::uint64_t done, std::uint64_t total) {
+        // The window shows the figures of a busy job only; other work just yields.
+        if (opening.busy()) opening.setProgress(done, total);
+        services.progress(done, total);
+        services.yieldHoldingInput();
+      }),
+      m_paceScope(m_pace) {
   addForm(&opening);
   addForm(&formNotes);
   addForm(&formEditor);
@@ -52,6 +59,8 @@ void Program::setCurrentDirFromFile(const std::string& chosen) {
 std::string Program::posersFolder() const { return settings.get(kAppName, "Startup", "PLoc", "0"); }
 
 void Program::setBusy(bool busy) {
+  // A job that starts counts its time and bytes afresh.
+  if (busy && !opening.busy()) m_pace.restart();
   for (ui::Form* f : m_forms) f->setBusy(busy);
   services.setBusy(busy);
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "program/events.h"
+#include "text/progress.h"
 #include "text/run_time_random.h"
 #include "ui/form_editor.h"
 #include "ui/form_erc.h"
@@ -94,9 +95,21 @@ class Program {
   // Shows or hides the busy pointer on every form and in the view.
   void setBusy(bool busy);
 
+  // How far a long job is, in bytes: about every 100 ms of work the figures go to
+  // Services::progress and the event loop runs. Call it as often as is cheap.
+  void progress(std::uint64_t done, std::uint64_t total) { m_pace.at(done, total); }
+  // The same beat for work that counts no bytes: the last figures are told again.
+  void keepPace() { m_pace.tick(); }
+  // The pace that the reading and copying loops of this program's handlers report to.
+  text::Pace& pace() { return m_pace; }
+
  private:
   std::vector<ui::Form*> m_forms;
   const EventTable* m_events = nullptr;
+  text::Pace m_pace;
+  // Loops that report through text::reportProgress reach this program's pace, also
+  // where a handler is called without the dispatcher (tests, benchmarks).
+  text::PaceScope m_paceScope;
 };
 
 }  // namespace tolvane

@@ -7,6 +7,7 @@
 #include <immintrin.h>
 #endif
 
+#include "text/progress.h"
 #include "text/runtime_error.h"
 
 namespace tolvane::text {
@@ -129,9 +130,14 @@ bool FigureScanner::refill() {
     m_eof = true;
     return false;
   }
-  if (m_yield && nowMs() - m_lastYield >= 100) {
-    m_yield();
-    m_lastYield = nowMs();
+  if (m_yield) {
+    if (nowMs() - m_lastYield >= 100) {
+      m_yield();
+      m_lastYield = nowMs();
+    }
+  } else {
+    // The thread's pace, if it has one, yields and shows how far the scan is.
+    reportProgress(have, m_length);
   }
   // The next window starts with the text still in use; it is at least twice that text,
   // so one line longer than a window still fits. Plain reads into one buffer: on

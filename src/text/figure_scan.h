@@ -60,7 +60,10 @@ class FigureScanner {
   std::uint64_t skipLines(Needles& needles, bool fields, bool count);
 
   std::uint64_t length() const { return m_length; }
-  // Called about every 100 ms of reading, so that the event loop can run.
+  // Byte offset of the next byte to be read: how far the scan is.
+  std::uint64_t position() const { return m_base + m_pos; }
+  // Called about every 100 ms of reading, so that the event loop can run. Without it the
+  // scanner reports its progress to the calling thread's pace (text/progress.h).
   void setYield(std::function<void()> yield);
   void close();
 

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "text/disk.h"
+#include "text/progress.h"
 #include "text/read_only_file.h"
 #include "text/runtime_error.h"
 
@@ -252,6 +253,7 @@ void packInto(const std::filesystem::path& from, int fd, const std::filesystem::
     zs.next_in = reinterpret_cast<unsigned char*>(plain.get());
     zs.avail_in = static_cast<uInt>(n);
     drain(Z_NO_FLUSH);
+    reportProgress(at, in.length());
   }
   drain(Z_FINISH);
   if (disk::flushToDevice(fd) != 0) raiseError(errorNumberFromErrno(errno, true), shownAs.string());

@@ -3,6 +3,7 @@
 #include <bit>
 #include <cstring>
 
+#include "text/progress.h"
 #include "text/runtime_error.h"
 
 namespace tolvane::text {
@@ -43,6 +44,8 @@ bool LineReader::fill() {
   m_bufferStart += m_end;
   m_pos = 0;
   m_end = m_file.readAt(m_bufferStart, m_buffer.data(), m_buffer.size());
+  // Once a buffer: every tool that reads a figure line by line tells how far it is.
+  reportProgress(m_bufferStart, m_file.length());
   return m_end > 0;
 }
 

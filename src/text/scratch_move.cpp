@@ -9,6 +9,7 @@
 
 #include "text/disk.h"
 #include "text/gzip_file.h"
+#include "text/progress.h"
 #include "text/read_only_file.h"
 #include "text/runtime_error.h"
 #include "text/scratch_file.h"
@@ -49,6 +50,7 @@ void copyInto(const std::filesystem::path& from, int fd, const std::filesystem::
       done += static_cast<std::size_t>(w);
     }
     at += n;
+    reportProgress(at, in.length());
   }
   if (disk::flushToDevice(fd) != 0) raiseFromErrno(shownAs);
 }

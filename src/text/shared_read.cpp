@@ -66,6 +66,9 @@ std::shared_ptr<const SharedRead::Block> SharedRead::readBlock(std::uint64_t ind
   auto block = std::make_unique<Block>();
   block->size = m_file.readAt(index * m_blockSize, bytes.get(), m_blockSize + m_overlap);
   block->bytes = std::move(bytes);
+  std::uint64_t end = std::min<std::uint64_t>(index * m_blockSize + block->size, length());
+  for (std::uint64_t seen = m_read.load(); seen < end && !m_read.compare_exchange_weak(seen, end);) {
+  }
   // The buffer goes back to the spares when the last reader lets the block go; the
   // spares outlive this object if a reader holds a block longer.
   return std::shared_ptr<const Block>(block.release(), [spare = m_spare](const Block* b) {
@@ -158,7 +161,8 @@ std::vector<std::exception_ptr> runTogether(const std::vector<std::function<void
   }
   for (std::size_t i = 0; i < jobs.size(); ++i) {
     if (!running[i].valid()) continue;
-    while (idle && running[i].wait_for(std::chrono::milliseconds(100)) != std::future_status::ready) idle();
+    // Short waits: the idle call paces itself, and the last job's end is seen at once.
+    while (idle && running[i].wait_for(std::chrono::milliseconds(20)) != std::future_status::ready) idle();
     try {
       running[i].get();
     } catch (...) {

@@ -5,6 +5,7 @@
 // overlap a little, so that a line across a block's end is whole in the block before.
 #pragma once
 
+#include <atomic>
 #include <condition_variable>
 #include <cstddef>
 #include <cstdint>
@@ -40,6 +41,8 @@ class SharedRead {
   SharedRead& operator=(const SharedRead&) = delete;
 
   std::uint64_t length() const { return m_file.length(); }
+  // How many bytes of the file have been read so far, for any thread to show.
+  std::uint64_t bytesRead() const { return m_read.load(std::memory_order_relaxed); }
   const std::filesystem::path& path() const { return m_file.path(); }
 
   // The bytes from `offset` on for `reader`, empty where the file ends. `floor` is the
@@ -72,10 +75,12 @@ class SharedRead {
   std::condition_variable m_changed;
   std::map<std::uint64_t, Slot> m_blocks;
   std::map<int, std::uint64_t> m_floors;  // each reading reader's lowest block
+  std::atomic<std::uint64_t> m_read{0};   // the end of the furthest block read
 };
 
 // Runs the jobs at the same time, each on its own thread, and waits for them all,
-// calling `idle` about every 100 ms while it waits (the event loop runs there). Returns
+// calling `idle` every 20 ms or so while it waits (the caller decides there, by its own
+// clock, when the event loop runs and the progress is shown). Returns
 // each job's exception, or null where the job ended normally.
 std::vector<std::exception_ptr> runTogether(const std::vector<std::function<void()>>& jobs,
                                             const std::function<void()>& idle);

@@ -154,6 +154,14 @@ void Form::setVisible(bool visible) {
 void Form::setBusy(bool busy) {
   if (m_busy == busy) return;
   m_busy = busy;
+  if (!busy) m_progressDone = m_progressTotal = 0;
+  notify(nullptr);
+}
+
+void Form::setProgress(std::uint64_t done, std::uint64_t total) {
+  if (m_progressDone == done && m_progressTotal == total) return;
+  m_progressDone = done;
+  m_progressTotal = total;
   notify(nullptr);
 }
 

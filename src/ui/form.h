@@ -2,6 +2,7 @@
 // that the view sets to learn which control changed.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <string>
@@ -32,7 +33,12 @@ class Form {
   void setWindowState(WindowState state) { m_windowState = state; }
   // The busy pointer of the form: the hourglass during a long job.
   bool busy() const { return m_busy; }
+  // Ending the job also forgets how far it came.
   void setBusy(bool busy);
+  // How far the busy job is: `done` of `total` bytes, 0 of 0 while not known.
+  std::uint64_t progressDone() const { return m_progressDone; }
+  std::uint64_t progressTotal() const { return m_progressTotal; }
+  void setProgress(std::uint64_t done, std::uint64_t total);
 
   using Observer = std::function<void(Form&, Control*)>;  // nullptr control: the form itself
   void setObserver(Observer observer) { m_observer = std::move(observer); }
@@ -49,6 +55,8 @@ class Form {
   std::string m_caption;
   bool m_visible = false;
   bool m_busy = false;
+  std::uint64_t m_progressDone = 0;
+  std::uint64_t m_progressTotal = 0;
   WindowState m_windowState = WindowState::Normal;
   std::map<std::string, Control*> m_byName;
   std::vector<Control*> m_order;

@@ -112,6 +112,7 @@ void ScriptedServices::clearRecords() {
   m_sounds.clear();
   m_processes.clear();
   m_pictures.clear();
+  m_progress.clear();
   m_beeps = m_tileCloses = m_yields = 0;
 }
 

@@ -73,6 +73,14 @@ class ScriptedServices : public Services {
   int beeps() const { return m_beeps; }
   int tileCloses() const { return m_tileCloses; }
   int yields() const { return m_yields; }
+  // Every progress report of the run, in order; the runner prints none of them.
+  struct ProgressReport {
+    std::uint64_t done = 0;
+    std::uint64_t total = 0;
+    bool busy = false;  // whether the program was busy when it came
+  };
+  const std::vector<ProgressReport>& progressReports() const { return m_progress; }
+  bool busy() const { return m_busy; }
   void clearRecords();
   // Forgets the answers still queued, as when a step stopped before it asked.
   void dropAnswers() { m_answers.clear(); }
@@ -94,8 +102,9 @@ class ScriptedServices : public Services {
   std::optional<Colour> chooseColour(Colour initial) override;
   bool print(const PrintJob& job) override;
   void beep() override { ++m_beeps; }
-  void setBusy(bool) override {}
+  void setBusy(bool busy) override { m_busy = busy; }
   void yield() override { ++m_yields; }
+  void progress(std::uint64_t done, std::uint64_t total) override { m_progress.push_back({done, total, m_busy}); }
   void playSound(const std::filesystem::path& file) override { m_sounds.push_back(file.string()); }
   bool startProcess(const std::string& program, const std::vector<std::string>& args) override;
   std::optional<std::string> httpGet(const std::string& url) override;
@@ -122,6 +131,8 @@ class ScriptedServices : public Services {
   int m_reports = 0;
   int m_tileCloses = 0;
   int m_yields = 0;
+  bool m_busy = false;
+  std::vector<ProgressReport> m_progress;
   std::ostream* m_echo = nullptr;
   std::filesystem::path m_systemFolder;
   std::optional<std::string> m_http;

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -60,6 +61,14 @@ class Services {
   virtual void setBusy(bool busy) = 0;
   // Lets the event loop run: repaint, timers, keys the tools listen for.
   virtual void yield() = 0;
+  // Lets the event loop run for a job's own sake (repaint, timers, the progress shown)
+  // while the user's clicks and keys wait, so that no second command starts on top of
+  // the running one. A plain yield unless the front end can hold input back.
+  virtual void yieldHoldingInput() { yield(); }
+  // How far the running job is: `done` of `total` bytes (a total of 0: not known). Told
+  // by time, about every 100 ms of a long job, right before a yield; the front end may
+  // show it while the job is busy. Nothing by default.
+  virtual void progress(std::uint64_t /*done*/, std::uint64_t /*total*/) {}
   // Plays a sound file without waiting; a missing file is ignored.
   virtual void playSound(const std::filesystem::path& file) = 0;
   // Starts an outside program without waiting; false when it cannot be started.

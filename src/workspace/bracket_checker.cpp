@@ -86,7 +86,6 @@ void CheckBrackets(Program& program) {
   // quietly.
   text::FigureScanner in(filePath(program, f.OpenFilePath));
   try {
-    yieldWhileReading(program, in);
     text::Needles figureRes{"figureResFile"};
     do in.skipLines(figureRes, true, false);
     while (!contains(in.ReadField(), "figureResFile"));

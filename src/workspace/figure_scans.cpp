@@ -48,7 +48,9 @@ FigureScans scanFigureTogether(Program& program, const std::filesystem::path& fi
         text::scanTextures(in, hair, knownMaps, s.textures);
       },
   };
-  std::vector<std::exception_ptr> faults = text::runTogether(jobs, [&program] { program.services.yield(); });
+  std::vector<std::exception_ptr> faults = text::runTogether(jobs, [&program, &shared] {
+    program.progress(shared->bytesRead(), shared->length());
+  });
   s.geometryFault = faults[0];
   s.materialsFault = faults[1];
   s.partsFault = faults[2];

@@ -6,6 +6,7 @@
 #include "text/disk.h"
 #include "text/figure_text.h"
 #include "text/line_writer.h"
+#include "text/progress.h"
 #include "text/read_only_file.h"
 #include "text/runtime_error.h"
 #include "text/scratch_file.h"
@@ -111,6 +112,7 @@ void convertLineEndings(const std::filesystem::path& source, const std::filesyst
     at += n;
     for (std::size_t i = 0; i < n; i += kBlockSize)
       convert.block(std::string_view(chunk.get() + i, std::min(kBlockSize, n - i)));
+    text::reportProgress(at, in.length());
   }
   out.close();
 }

@@ -64,9 +64,6 @@ std::filesystem::path filePath(const Program& program, const std::string& text);
 // once; the selection stays.
 void appendEntries(ui::ListBox& list, std::vector<std::string> entries);
 
-// Lets the event loop run about every 100 ms of reading.
-void yieldWhileReading(Program& program, text::FigureScanner& in);
-
 // The file ListAllChannels reads: the destination, or the source when the two file
 // labels differ.
 std::string allChannelsPath(const Program& program);

@@ -43,10 +43,6 @@ void appendEntries(ui::ListBox& list, std::vector<std::string> entries) {
   if (current >= 0) list.setListIndex(current);
 }
 
-void yieldWhileReading(Program& program, text::FigureScanner& in) {
-  in.setYield([&program] { program.services.yield(); });
-}
-
 void showBodyParts(Program& program, std::vector<std::string> entries) {
   ui::Opening& form = program.opening;
   bool source =
@@ -60,7 +56,6 @@ void showBodyParts(Program& program, std::vector<std::string> entries) {
 
 void ListBodyParts(Program& program, const std::string& path) {
   text::FigureScanner in(filePath(program, path));
-  yieldWhileReading(program, in);
   showBodyParts(program, text::scanBodyParts(in, text::FileKind(path)));
 }
 
@@ -77,7 +72,6 @@ void showChannels(Program& program, text::ChannelScan lists) {
 void ListAllChannels(Program& program, const std::string& path) {
   program.opening.ListChannels.setForeColor(0x400000);
   text::FigureScanner in(filePath(program, path));
-  yieldWhileReading(program, in);
   showChannels(program, text::scanChannels(in, text::FileKind(path) == "hr2"));
 }
 

@@ -71,7 +71,6 @@ void listGeometry(Program& program, const std::string& path, bool propFile) {
   std::exception_ptr fault;
   try {
     text::FigureScanner in(filePath(program, path));
-    yieldWhileReading(program, in);
     text::scanGeometry(in, propFile, program.opening.ListPropObj.items(), scan);
   } catch (const text::RuntimeError&) {
     fault = std::current_exception();
@@ -114,7 +113,6 @@ void showMaterials(Program& program, text::MaterialScan scan) {
 
 void ListFileMaterials(Program& program, const std::string& path) {
   text::FigureScanner in(filePath(program, path));
-  yieldWhileReading(program, in);
   showMaterials(program, text::scanMaterials(in, text::FileKind(path)));
 }
 

@@ -39,7 +39,6 @@ void ListTextureMaps(Program& program, const std::string& path) {
   std::exception_ptr fault;
   try {
     text::FigureScanner in(filePath(program, path));
-    yieldWhileReading(program, in);
     text::scanTextures(in, text::FileKind(path) == "hr2", program.opening.ListAllTexMaps.items(), scan);
   } catch (const text::RuntimeError&) {
     fault = std::current_exception();

@@ -131,7 +131,6 @@ void writeScratch(Program& program, PathWriteVariant variant, Working w,
   ui::Opening& f = program.opening;
   text::StreamRewrite out(scratch, true);
   text::FigureScanner in(filePath(program, f.OpenFilePath));
-  yieldWhileReading(program, in);
   const char* keyword = variant == PathWriteVariant::Open ? "figResFile" : "figureResFile";
   std::string objValue = variant == PathWriteVariant::Exit ? f.NewObjLine : w.obj;
   int replaced = 0;
@@ -195,7 +194,11 @@ void WritePathChanges(Program& program, PathWriteVariant variant) {
     return;
   }
   std::filesystem::path scratch = program.workFile("cr2temp.txt");
+  // Busy while the figure is copied and again while it takes its place: the window
+  // shows how far a large figure is, and takes no other command meanwhile.
+  program.setBusy(true);
   writeScratch(program, variant, workingValues(f), scratch);
+  program.setBusy(false);
   auto chosen = ui::saveDialog(program.services, program.currentDir, f.OpenFilePath);
   if (!chosen || chosen->empty()) {
     // On exit the cancel is not trapped: the command ends with the run-time error.
@@ -205,7 +208,9 @@ void WritePathChanges(Program& program, PathWriteVariant variant) {
   }
   program.setCurrentDirFromFile(*chosen);
   std::filesystem::path target = filePath(program, *chosen);
+  program.setBusy(true);
   text::moveScratchInto(scratch, target, deleteTarget(program, variant, target));
+  program.setBusy(false);
   f.PathsDirty = 0;
 }
 

@@ -269,7 +269,6 @@ void ChopLeadingBlanks(Program& program, const std::string& path) {
   try {
     {
       text::FigureScanner in(file);
-      yieldWhileReading(program, in);
       text::LineWriter out(chop, text::LineWriter::Mode::Append);
       std::string_view line;
       while (in.rawLine(line)) out.WriteLine(!line.empty() && line[0] == ' ' ? line.substr(1) : line);
