@@ -129,6 +129,7 @@ std::uint64_t unpack(int packed, std::uint64_t packedLength, int to, const std::
     if (n < 0) raiseError(kDeviceIOError, shownAs.string());
     if (n == 0) break;
     at += static_cast<std::uint64_t>(n);
+    reportProgress(at, packedLength);
     z.zs.next_in = in.get();
     z.zs.avail_in = static_cast<uInt>(n);
     while (z.zs.avail_in > 0) {

@@ -7,6 +7,8 @@
 
 #include "text/figure_scan.h"
 #include "text/figure_text.h"
+#include "text/gzip_file.h"
+#include "text/read_only_file.h"
 #include "workspace/line_ending_repair.h"
 #include "text/line_writer.h"
 #include "workspace/list_readers.h"
@@ -204,9 +206,20 @@ bool isFigureKind(const std::string& kind) {
   return kind == "cr2" || kind == "pz2" || kind == "fc2" || kind == "pz3" || kind == "hr2" || kind == "pp2";
 }
 
+// A compressed file is unpacked once, up front, as busy work that shows its progress;
+// the repair and the readers then reuse the unpacked copy.
+void unpackShowingProgress(Program& program, const std::string& path) {
+  const std::filesystem::path file = text::nativePath(path);
+  if (!text::gzip::isPacked(file)) return;
+  program.setBusy(true);
+  { text::ReadOnlyFile unpacked(file); }
+  program.setBusy(false);
+}
+
 // The repair; true when the load goes on. Only the figure and pose kinds stop on a
 // refused repair.
 bool repairAndGoOn(Program& program, std::string& path, const std::string& kind) {
+  unpackShowingProgress(program, path);
   program.opening.OpenRefused = 0;
   RepairLineEndings(program, path);
   if (program.opening.OpenRefused == -1 && (kind == "cr2" || kind == "pz2" || kind == "fc2")) {

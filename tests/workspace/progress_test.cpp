@@ -51,6 +51,17 @@ TEST_F(ProgressTest, OpenReportsTheSharedReadOfTheFigure) {
   expectAtRest(w.t);
 }
 
+// A packed figure reports the unpacking of the packed bytes, then the read of the text.
+TEST_F(ProgressTest, OpenOfAPackedFigureReportsTheUnpackingFirst) {
+  const std::uint64_t plain = size();
+  fs::path packed = figure.parent_path() / "big.crz";
+  writeFile(packed, gzipBytes(readFile(figure)));
+  figure = packed;
+  open();
+  EXPECT_EQ(progressPasses(reports()), (std::vector<std::uint64_t>{fs::file_size(packed), plain}));
+  expectAtRest(w.t);
+}
+
 TEST_F(ProgressTest, RepairThenOpenReportTheirOwnFiles) {
   // The same figure with bare line feeds: the open repairs it first.
   std::string text;
