@@ -129,6 +129,12 @@ bool RecordFile::get(std::uint64_t number, std::string& out) {
   out.clear();
   std::uint64_t offset = (number - 1) * m_width;
   if (offset >= m_fileLength) return false;
+  std::string_view record = buffered(offset);
+  out.assign(record);
+  return !record.empty();
+}
+
+std::string_view RecordFile::buffered(std::uint64_t offset) {
   std::size_t size = static_cast<std::size_t>(std::min<std::uint64_t>(m_width, m_fileLength - offset));
   if (offset < m_readStart || offset + size > m_readStart + m_readBuffer.size()) {
     m_readBuffer.resize(std::max(kBufferSize, m_width));
@@ -144,8 +150,7 @@ bool RecordFile::get(std::uint64_t number, std::string& out) {
     m_readStart = offset;
     size = std::min<std::size_t>(size, m_readBuffer.size());
   }
-  out.assign(m_readBuffer.data() + (offset - m_readStart), size);
-  return size > 0;
+  return std::string_view(m_readBuffer.data() + (offset - m_readStart), size);
 }
 
 bool RecordFile::next(std::string& out) { return get(m_current, out); }
@@ -158,23 +163,8 @@ bool RecordFile::nextView(std::string_view& out) {
   out = {};
   if (offset >= m_fileLength) return false;
   m_current = number + 1;
-  std::size_t size = static_cast<std::size_t>(std::min<std::uint64_t>(m_width, m_fileLength - offset));
-  if (offset < m_readStart || offset + size > m_readStart + m_readBuffer.size()) {
-    m_readBuffer.resize(std::max(kBufferSize, m_width));
-    ssize_t n;
-    do {
-      n = ::pread(m_fd, m_readBuffer.data(), m_readBuffer.size(), static_cast<off_t>(offset));
-    } while (n < 0 && errno == EINTR);
-    if (n < 0) {
-      m_readBuffer.clear();
-      raiseError(kDeviceIOError, m_path.string());
-    }
-    m_readBuffer.resize(static_cast<std::size_t>(n));
-    m_readStart = offset;
-    size = std::min<std::size_t>(size, m_readBuffer.size());
-  }
-  out = std::string_view(m_readBuffer.data() + (offset - m_readStart), size);
-  return size > 0;
+  out = buffered(offset);
+  return !out.empty();
 }
 
 bool RecordFile::atEnd() {

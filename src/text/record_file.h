@@ -55,6 +55,9 @@ class RecordFile {
   void close();
 
  private:
+  // The record at `offset` (below the file's length) from the read buffer, refilled from
+  // there when it does not hold the whole record; shorter at the end of the file.
+  std::string_view buffered(std::uint64_t offset);
   // Hands the write buffer to the writing thread; with `wait`, until all is written.
   void flushWrites(bool wait = true);
   void writeLoop();
