@@ -3,34 +3,21 @@
 // transfer, the mirrored copy into mirmorph.cr2 and the dial hide patch through their
 // handlers, against `cp` of the same file in the same run, and prints each time and its
 // ratio to cp. Usage: channel_bench [MB]; the aim is within 3x of cp for each rewrite.
-#include <unistd.h>
-
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <exception>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 #include <string>
 #include <vector>
 
-#include "bench_support.h"
-#include "app/app.h"
-#include "generator/generator.h"
-#include "program/events.h"
-#include "program/program.h"
-#include "ui/scripted_services.h"
-#include "ui/settings.h"
+#include "tool_bench.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-using tolvane::bench::Clock;
-using tolvane::bench::cpSeconds;
 using tolvane::bench::require;
-using tolvane::bench::seconds;
 using tolvane::bench::timed;
 using tolvane::EventKind;
 using tolvane::ui::Answer;
@@ -54,33 +41,19 @@ Landmarks landmarks(const fs::path& path) {
   return marks;
 }
 
-struct Bench {
-  fs::path dir, dest, source, pristine;
+struct Bench : tolvane::bench::ToolBench {
+  fs::path source, pristine;
   Landmarks marks;
-  tolvane::ui::ScriptedServices services;
-  tolvane::ui::MemorySettings settings;
-  std::unique_ptr<tolvane::Program> program;
 
-  void setUp(std::uint64_t megabytes) {
-    dir = fs::temp_directory_path() / ("tolvane-channel-bench-" + std::to_string(::getpid()));
-    fs::create_directories(dir / "work");
-    dest = dir / "large.cr2";
+  explicit Bench(std::uint64_t megabytes) : ToolBench("channel") {
+    dest = generate("large.cr2", megabytes);
     source = dir / "source.cr2";
     pristine = dir / "pristine.cr2";
-    tolvane::gen::LargeFigureOptions options;
-    options.targetBytes = megabytes << 20;
-    tolvane::gen::writeLargeFigure(dest, options);
     fs::copy_file(dest, source);
     fs::copy_file(dest, pristine);
     marks = landmarks(dest);
     require(marks.hipHeaders.size() == 2 && marks.abdomenHeaders.size() == 2 && !marks.material.empty(),
             "the figure lacks hip:1, abdomen:1 or a material");
-    std::printf("generated %s (%.1f MB)\n", dest.c_str(), static_cast<double>(fs::file_size(dest)) / 1e6);
-    tolvane::ProgramOptions po;
-    po.workDir = dir / "work";
-    po.currentDir = dir;
-    program = std::make_unique<tolvane::Program>(services, settings, po);
-    tolvane::app::wire(*program);
   }
 
   void panes(bool withSource) {
@@ -99,15 +72,13 @@ struct Bench {
     return timed([&] { tolvane::fireEvent(*program, "Opening", control, kind, args); });
   }
 
-  // cp, and with `flush` the copy flushed to the device as every tool's replace flushes.
-  double cp(bool flush) { return cpSeconds(dest, dir / "cp.cr2", flush); }
 };
 
 struct Row {
   const char* name;
   bool rewrite;  // a whole-file rewrite, held to 3x cp
   std::function<double(Bench&)> run;
-  double best = 1e9;
+  double time = 1e9;
 };
 
 std::vector<Row> rows() {
@@ -180,38 +151,29 @@ std::vector<Row> rows() {
 }
 
 int run(int argc, char** argv) {
-  Bench b;
-  b.setUp(argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 100);
-  b.cp(false);  // brings the file into the page cache
+  Bench b(argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 100);
+  b.cp();  // brings the file into the page cache
   constexpr int kRounds = 2;
   double cp = 1e9, cpFlushed = 1e9;
   std::vector<Row> table = rows();
   for (int round = 0; round < kRounds; ++round) {
-    // The figure is restored as the tools leave it: a new file renamed over the old.
-    fs::copy_file(b.pristine, b.dir / "restore.cr2", fs::copy_options::overwrite_existing);
-    fs::rename(b.dir / "restore.cr2", b.dest);
-    cp = std::min(cp, b.cp(false));
-    cpFlushed = std::min(cpFlushed, b.cp(true));
+    b.restore(b.pristine, b.dest);
+    cp = std::min(cp, b.cp());
+    cpFlushed = std::min(cpFlushed, b.cpFlushed());
     // cp copies inside the kernel and may leave the restored figure out of the page
     // cache: it is read once, as the tools after the first find it.
     require(std::system(("cat '" + b.dest.string() + "' > /dev/null").c_str()) == 0, "cat failed");
     for (Row& r : table) {
-      r.best = std::min(r.best, r.run(b));
+      r.time = std::min(r.time, r.run(b));
       require(b.services.runTimeErrorReports() == 0 && b.services.pending() == 0,
               std::string(r.name) + " did not run as the benchmark answers it");
     }
   }
   require(fs::exists(b.dir / "work" / "mirmorph.cr2"), "the mirror wrote nothing");
-  std::printf("best of %d rounds\ncp              %7.3f s\ncp + flush      %7.3f s\n", kRounds, cp,
-              cpFlushed);
-  bool ok = true;
-  for (const Row& r : table) {
-    std::printf("%-15s %7.3f s  %5.2fx cp  %5.2fx cp + flush\n", r.name, r.best, r.best / cp,
-                r.best / cpFlushed);
-    if (r.rewrite) ok = ok && r.best < 3 * cp;
-  }
-  std::printf("%s\n", ok ? "every rewrite within 3x cp" : "a rewrite is OUTSIDE 3x cp");
-  fs::remove_all(b.dir);
+  std::vector<Row> rewrites;
+  for (const Row& r : table) if (r.rewrite) rewrites.push_back(r);
+  for (const Row& r : table) if (!r.rewrite) std::printf("%-15s %7.3f s\n", r.name, r.time);
+  tolvane::bench::printBest(kRounds, cp, cpFlushed, rewrites, 3.0);
   return 0;
 }
 

@@ -4,91 +4,34 @@
 // Usage: compressed_open_bench [figure.cr2 [poser folder]]; without a path it writes a
 // large figure of about 100 MB (the generator's) into a temporary Poser folder first.
 #include <sys/resource.h>
-#include <unistd.h>
 
-#include <chrono>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <functional>
 #include <iostream>
 #include <string>
 
-#include "app/app.h"
-#include "generator/generator.h"
-#include "program/events.h"
-#include "program/program.h"
-#include "ui/scripted_services.h"
-#include "ui/settings.h"
+#include "tool_bench.h"
 
 namespace fs = std::filesystem;
-using Clock = std::chrono::steady_clock;
+using tolvane::bench::openSeconds;
+using tolvane::bench::timed;
 
 namespace {
 
-// The folders of the figure's main geometry under the Poser folder, which Open changes
-// into while it lists the figure.
-void makeGeometryFolders(const fs::path& figure, const fs::path& poser) {
-  std::ifstream in(figure, std::ios::binary);
-  std::string line;
-  while (std::getline(in, line) && line.find("figureResFile") == std::string::npos) {
-  }
-  std::size_t at = line.find("Geometries:");
-  if (at == std::string::npos) return;
-  fs::path folder = poser / "Runtime" / "Geometries";
-  std::string rest = line.substr(at + 11);
-  for (std::size_t colon = rest.find(':'); colon != std::string::npos; colon = rest.find(':')) {
-    folder /= rest.substr(0, colon);
-    rest.erase(0, colon + 1);
-  }
-  fs::create_directories(folder);
-}
-
-double secondsOf(const std::function<void()>& run) {
-  auto start = Clock::now();
-  run();
-  return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
 // `command` run through the shell, its output thrown away.
 double shellSeconds(const std::string& command) {
-  return secondsOf([&] {
+  return timed([&] {
     if (std::system(command.c_str()) != 0) std::cerr << "failed: " << command << '\n';
   });
-}
-
-double openSeconds(const fs::path& figure, const fs::path& poser, const fs::path& work, int& actors) {
-  tolvane::ui::ScriptedServices services;
-  tolvane::ui::MemorySettings settings;
-  settings.save(tolvane::kAppName, "Startup", "PLoc", poser.string() + "/");
-  tolvane::ProgramOptions options;
-  options.workDir = work;
-  options.currentDir = work;
-  tolvane::Program program(services, settings, options);
-  tolvane::app::wire(program);
-  services.dialog(figure.string());
-  for (int i = 0; i < 8; ++i) services.answer(tolvane::ui::Answer::OK);
-  double s =
-      secondsOf([&] { tolvane::fireEvent(program, "Opening", "MenuFileOpen", tolvane::EventKind::Click); });
-  for (const auto& m : services.messages())
-    if (m.title != "ALERT!") std::cerr << "message: " << m.title << ": " << m.text << '\n';
-  actors = program.opening.ListActors.listCount();
-  return s;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  fs::path temp = fs::temp_directory_path() / ("tolvane-crz-bench-" + std::to_string(::getpid()));
-  fs::path poser = argc > 2 ? fs::path(argv[2]) : temp / "Poser";
-  fs::path figure = argc > 1 ? fs::path(argv[1]) : poser / "Runtime/Libraries/Character/Big/Big.cr2";
-  fs::create_directories(temp / "work");
-  if (argc < 2) {
-    fs::create_directories(figure.parent_path());
-    tolvane::gen::writeLargeFigure(figure, {});
-    makeGeometryFolders(figure, poser);
-  }
+  tolvane::bench::OpenInput in("crz", argc, argv);
+  const fs::path& figure = in.figure;
   fs::path packed = figure;
   packed.replace_extension(".crz");
   shellSeconds("gzip -c '" + figure.string() + "' > '" + packed.string() + "'");
@@ -98,10 +41,10 @@ int main(int argc, char** argv) {
   int plainActors = 0, actors = 0;
   for (int i = 0; i < 3; ++i) {
     unpack = std::min(unpack, shellSeconds(zcat));
-    plain = std::min(plain, openSeconds(figure, poser, temp / "work", plainActors));
+    plain = std::min(plain, openSeconds(figure, in.poser, in.work(), plainActors));
     // A new time stamp makes the packed file a changed one, unpacked afresh.
     fs::last_write_time(packed, fs::file_time_type::clock::now());
-    compressed = std::min(compressed, openSeconds(packed, poser, temp / "work", actors));
+    compressed = std::min(compressed, openSeconds(packed, in.poser, in.work(), actors));
   }
   struct rusage usage {};
   ::getrusage(RUSAGE_SELF, &usage);
@@ -113,6 +56,5 @@ int main(int argc, char** argv) {
   std::printf("open (CRZ)        %.3f s\n", compressed);
   std::printf("ratio             %.2f  (open CRZ / (zcat + open plain))\n", compressed / (unpack + plain));
   std::printf("peak RSS          %.1f MB\n", static_cast<double>(usage.ru_maxrss) / 1024);
-  if (argc < 2 && !std::getenv("TOLVANE_BENCH_KEEP")) fs::remove_all(temp);
   return 0;
 }

@@ -3,58 +3,27 @@
 // handlers (scratch written, file replaced or copy made) against `cp` of the same file,
 // and prints each time and its ratio to cp. Usage: erc_bench [MB]; the aim is within
 // 3x of cp for each.
-#include <unistd.h>
-
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <exception>
 #include <filesystem>
-#include <functional>
-#include <memory>
-#include <stdexcept>
 #include <string>
 
-#include "bench_support.h"
-#include "app/app.h"
 #include "erc/ecm_builder.h"
 #include "erc/emc_listing.h"
 #include "erc/erc_unique.h"
-#include "generator/generator.h"
-#include "program/program.h"
-#include "ui/scripted_services.h"
-#include "ui/settings.h"
+#include "tool_bench.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-using tolvane::bench::Clock;
-using tolvane::bench::cpSeconds;
 using tolvane::bench::require;
-using tolvane::bench::seconds;
 using tolvane::bench::timed;
 using tolvane::ui::Answer;
 
-struct Bench {
-  fs::path dir, dest;
-  tolvane::ui::ScriptedServices services;
-  tolvane::ui::MemorySettings settings;
-  std::unique_ptr<tolvane::Program> program;
-
-  void setUp(std::uint64_t megabytes) {
-    dir = fs::temp_directory_path() / ("tolvane-erc-bench-" + std::to_string(::getpid()));
-    fs::create_directories(dir / "work");
-    dest = dir / "large.cr2";
-    tolvane::gen::LargeFigureOptions options;
-    options.targetBytes = megabytes << 20;
-    tolvane::gen::writeLargeFigure(dest, options);
-    std::printf("generated %s (%.1f MB)\n", dest.c_str(), fs::file_size(dest) / 1e6);
-    tolvane::ProgramOptions po;
-    po.workDir = dir / "work";
-    po.currentDir = dir;
-    program = std::make_unique<tolvane::Program>(services, settings, po);
-    tolvane::app::wire(*program);
+struct Bench : tolvane::bench::ToolBench {
+  explicit Bench(std::uint64_t megabytes) : ToolBench("erc") {
+    dest = generate("large.cr2", megabytes);
     program->opening.LabelFileNameForEditor.setCaption(dest.string());
   }
 
@@ -99,43 +68,28 @@ struct Bench {
     return timed([&] { tolvane::erc::TextERCUniqueEnter(*program); });
   }
 
-  double cp() { return cpSeconds(dest, dir / "cp.cr2"); }
-  // cp with the copy flushed to the device, as every tool's replace flushes its new text.
-  double cpFlushed() { return cpSeconds(dest, dir / "cp.cr2", true); }
 };
 
 int run(int argc, char** argv) {
-  Bench b;
-  b.setUp(argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 100);
+  Bench b(argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 100);
   b.cp();  // brings the file into the page cache
   // Best of five rounds on a machine others share; cp runs last in each round, so that
   // no tool runs while the copy's pages are still being written out.
   constexpr int kRounds = 5;
   double cp = 1e9, cpFlushed = 1e9;
-  struct Row {
-    const char* name;
-    double time;
-  } rows[] = {{"ratio", 1e9}, {"builder", 1e9}, {"unique", 1e9}};
+  tolvane::bench::Best rows[] = {{"ratio"}, {"builder"}, {"unique"}};
   for (int round = 0; round < kRounds; ++round) {
     auto before = fs::file_size(b.dest);
-    rows[1].time = std::min(rows[1].time, b.builder(round));
+    rows[1].keep(b.builder(round));
     require(fs::file_size(b.dest) > before, "the builder did not replace the file");
-    rows[2].time = std::min(rows[2].time, b.unique());
+    rows[2].keep(b.unique());
     require(fs::file_size(b.dir / "work" / "Unique.cr2") > 0, "no unique copy");
-    rows[0].time = std::min(rows[0].time, b.ratio(round));
+    rows[0].keep(b.ratio(round));
     cp = std::min(cp, b.cp());
     cpFlushed = std::min(cpFlushed, b.cpFlushed());
   }
   require(b.services.pending() == 0, "a tool did not ask what the benchmark answers");
-  std::printf("best of %d rounds\ncp          %7.3f s\ncp + flush  %7.3f s\n", kRounds, cp, cpFlushed);
-  bool ok = true;
-  for (const auto& r : rows) {
-    std::printf("%-11s %7.3f s  %5.2fx cp  %5.2fx cp + flush\n", r.name, r.time, r.time / cp,
-                r.time / cpFlushed);
-    ok = ok && r.time < 3 * cp;
-  }
-  std::printf("%s\n", ok ? "within the aim (3x cp)" : "OUTSIDE the aim (3x cp)");
-  fs::remove_all(b.dir);
+  tolvane::bench::printBest(kRounds, cp, cpFlushed, rows, 3.0);
   return 0;
 }
 

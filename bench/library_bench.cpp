@@ -8,56 +8,34 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <chrono>
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <exception>
 #include <filesystem>
 #include <functional>
-#include <memory>
-#include <stdexcept>
 #include <string>
 
-#include "bench_support.h"
-#include "app/app.h"
-#include "generator/generator.h"
-#include "program/events.h"
-#include "program/program.h"
-#include "ui/scripted_services.h"
-#include "ui/settings.h"
+#include "tool_bench.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-using tolvane::bench::Clock;
 using tolvane::bench::cpSeconds;
 using tolvane::bench::require;
-using tolvane::bench::seconds;
 using tolvane::bench::timed;
 using tolvane::EventKind;
 using tolvane::ui::Answer;
 
-struct Bench {
-  fs::path dir, figure, scene;
-  tolvane::ui::ScriptedServices services;
-  tolvane::ui::MemorySettings settings;
-  std::unique_ptr<tolvane::Program> program;
+struct Bench : tolvane::bench::ToolBench {
+  fs::path figure, scene;
 
-  void setUp(std::uint64_t megabytes) {
-    dir = fs::temp_directory_path() / ("tolvane-library-bench-" + std::to_string(::getpid()));
-    fs::create_directories(dir / "work");
-    figure = dir / "large.cr2";
+  explicit Bench(std::uint64_t megabytes) : ToolBench("library") {
+    figure = generate("large.cr2", megabytes);
     scene = dir / "large.pz3";
     tolvane::gen::LargeFigureOptions options;
     options.targetBytes = megabytes << 20;
-    tolvane::gen::writeLargeFigure(figure, options);
     tolvane::gen::writeLargeScene(scene, options);
-    std::printf("figure %.1f MB, scene %.1f MB\n", fs::file_size(figure) / 1e6, fs::file_size(scene) / 1e6);
-    tolvane::ProgramOptions po;
-    po.workDir = dir / "work";
-    po.currentDir = dir;
-    program = std::make_unique<tolvane::Program>(services, settings, po);
-    tolvane::app::wire(*program);
+    std::printf("scene %.1f MB\n", static_cast<double>(fs::file_size(scene)) / 1e6);
     settings.save(tolvane::kAppName, "Startup", "PLoc", (dir / "poser").string() + "/");
     fs::create_directories(dir / "poser");
   }
@@ -171,8 +149,7 @@ std::pair<double, double> runAlone(Bench& b, const Writer& w) {
 }
 
 int run(int argc, char** argv) {
-  Bench b;
-  b.setUp(argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 100);
+  Bench b(argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 100);
   cpSeconds(b.figure, b.dir / "cp.cr2");  // both inputs into the page cache
   cpSeconds(b.scene, b.dir / "cp.pz3");
   bool ok = true;
@@ -198,7 +175,6 @@ int run(int argc, char** argv) {
     ok = ok && ratio <= 3.0 && peak < 64.0;
   }
   std::printf("%s\n", ok ? "within the aim (3x cp, under 64 MB)" : "OUTSIDE the aim (3x cp, under 64 MB)");
-  fs::remove_all(b.dir);
   return 0;
 }
 
