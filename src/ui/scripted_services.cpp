@@ -18,54 +18,29 @@ ScriptedAnswer ScriptedAnswer::anyMessage(Answer button) {
   a.button = button;
   return a;
 }
-ScriptedAnswer ScriptedAnswer::dialog(std::string path) {
+namespace {
+// A dialog, input, colour or print answer: the value it gives, or a cancel.
+ScriptedAnswer of(ScriptedAnswer::Kind kind, std::string value, bool cancel) {
   ScriptedAnswer a;
-  a.kind = Kind::Dialog;
-  a.value = std::move(path);
+  a.kind = kind;
+  a.value = std::move(value);
+  a.cancel = cancel;
   return a;
 }
-ScriptedAnswer ScriptedAnswer::dialogCancel() {
-  ScriptedAnswer a;
-  a.kind = Kind::Dialog;
-  a.cancel = true;
-  return a;
-}
-ScriptedAnswer ScriptedAnswer::input(std::string text) {
-  ScriptedAnswer a;
-  a.kind = Kind::Input;
-  a.value = std::move(text);
-  return a;
-}
-ScriptedAnswer ScriptedAnswer::inputCancel() {
-  ScriptedAnswer a;
-  a.kind = Kind::Input;
-  a.cancel = true;
-  return a;
-}
+}  // namespace
+
+ScriptedAnswer ScriptedAnswer::dialog(std::string path) { return of(Kind::Dialog, std::move(path), false); }
+ScriptedAnswer ScriptedAnswer::dialogCancel() { return of(Kind::Dialog, {}, true); }
+ScriptedAnswer ScriptedAnswer::input(std::string text) { return of(Kind::Input, std::move(text), false); }
+ScriptedAnswer ScriptedAnswer::inputCancel() { return of(Kind::Input, {}, true); }
 ScriptedAnswer ScriptedAnswer::colourAnswer(Colour colour) {
-  ScriptedAnswer a;
-  a.kind = Kind::Colour;
+  ScriptedAnswer a = of(Kind::Colour, {}, false);
   a.colour = colour;
   return a;
 }
-ScriptedAnswer ScriptedAnswer::colourCancel() {
-  ScriptedAnswer a;
-  a.kind = Kind::Colour;
-  a.cancel = true;
-  return a;
-}
-ScriptedAnswer ScriptedAnswer::print(std::string path) {
-  ScriptedAnswer a;
-  a.kind = Kind::Print;
-  a.value = std::move(path);
-  return a;
-}
-ScriptedAnswer ScriptedAnswer::printCancel() {
-  ScriptedAnswer a;
-  a.kind = Kind::Print;
-  a.cancel = true;
-  return a;
-}
+ScriptedAnswer ScriptedAnswer::colourCancel() { return of(Kind::Colour, {}, true); }
+ScriptedAnswer ScriptedAnswer::print(std::string path) { return of(Kind::Print, std::move(path), false); }
+ScriptedAnswer ScriptedAnswer::printCancel() { return of(Kind::Print, {}, true); }
 
 std::string oneLine(const std::string& text) {
   std::string out;
