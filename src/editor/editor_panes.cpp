@@ -9,6 +9,7 @@
 
 #include "text/figure_text.h"
 #include "text/gzip_file.h"
+#include "text/progress.h"
 #include "text/read_only_file.h"
 #include "workspace/line_ending_repair.h"
 #include "text/run_time_number.h"
@@ -54,7 +55,11 @@ void checkPaneCanHold(const std::string& path, std::uint64_t length) {
 }
 
 namespace {
-// One read of the whole file into one string: the pane holds the text in memory anyway.
+// The file is read in pieces of this size, so that a large one reports how far it is.
+constexpr std::size_t kLoadPiece = std::size_t(8) << 20;
+
+// The whole file into one string, read piece by piece: the pane holds the text in
+// memory anyway.
 std::string readWholeFile(const std::string& path) {
   std::filesystem::path native = text::nativePath(path);
   if (text::gzip::isPacked(native)) {
@@ -62,7 +67,14 @@ std::string readWholeFile(const std::string& path) {
     text::ReadOnlyFile in(native);
     checkPaneCanHold(path, in.length());
     std::string bytes(static_cast<std::size_t>(in.length()), '\0');
-    bytes.resize(in.readAt(0, bytes.data(), bytes.size()));
+    std::size_t done = 0;
+    while (done < bytes.size()) {
+      std::size_t n = in.readAt(done, bytes.data() + done, std::min(kLoadPiece, bytes.size() - done));
+      if (n == 0) break;
+      done += n;
+      text::reportProgress(done, bytes.size());
+    }
+    bytes.resize(done);
     return bytes;
   }
   int fd = ::open(native.c_str(), O_RDONLY | O_CLOEXEC);
@@ -80,11 +92,12 @@ std::string readWholeFile(const std::string& path) {
     bytes.resize(length);
     std::size_t done = 0;
     while (done < bytes.size()) {
-      ssize_t n = ::read(fd, bytes.data() + done, bytes.size() - done);
+      ssize_t n = ::read(fd, bytes.data() + done, std::min(kLoadPiece, bytes.size() - done));
       if (n < 0 && errno == EINTR) continue;
       if (n < 0) text::raiseError(text::kDeviceIOError, path);
       if (n == 0) break;
       done += static_cast<std::size_t>(n);
+      text::reportProgress(done, bytes.size());
     }
     bytes.resize(done);
   } catch (...) {

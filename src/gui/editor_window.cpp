@@ -16,6 +16,7 @@
 #include "editor/editor_pane_events.h"
 #include "editor/editor_panes.h"
 #include "gui/editor_view.h"
+#include "gui/job_progress.h"
 #include "gui/picture_button.h"
 #include "gui/qt_text.h"
 #include "program/program.h"
@@ -65,6 +66,7 @@ EditorWindow::EditorWindow(FormBinding& binding, QWidget* mainWindow)
   connect(&binding, &FormBinding::eventHandled, this, &EditorWindow::refreshPanes);
   // The hand-over runs in the main form's handlers; it shows the form, which reports here.
   connect(&binding, &FormBinding::formChanged, this, &EditorWindow::refreshPanes);
+  connect(&binding, &FormBinding::formChanged, this, [this] { m_progress->follow(m_form); });
   addShortcuts();
   refreshPanes();
 }
@@ -192,6 +194,9 @@ QWidget* EditorWindow::buildToolRow() {
     b.bind(*label, shown);
   }
   layout->addStretch(1);
+  // A large file's load and save tell how far they are.
+  m_progress = new JobProgressBar;
+  layout->addWidget(m_progress);
   return row;
 }
 

@@ -16,6 +16,7 @@ class FormEditor;
 namespace tolvane::gui {
 
 class EditorView;
+class JobProgressBar;
 
 class EditorWindow : public FormWindow {
   Q_OBJECT
@@ -59,6 +60,7 @@ class EditorWindow : public FormWindow {
   EditorView* m_right = nullptr;
   QWidget* m_paneArea = nullptr;
   QListWidget* m_mru = nullptr;
+  JobProgressBar* m_progress = nullptr;
   QPushButton* m_replaceOne = nullptr;
   QPushButton* m_replaceAll = nullptr;
   std::string m_lastReplacement;

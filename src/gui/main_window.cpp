@@ -125,7 +125,7 @@ void MainWindow::openingChanged() {
   ui::Opening& o = m_program.opening;
   setWindowTitle(fromDisplayBytes(o.caption()));
   bool busy = o.busy();
-  showProgress(busy, o.progressDone(), o.progressTotal());
+  m_progress->follow(o);
   if (busy) {
     QString work = FormBinding::currentWork();
     m_status->setText(work.isEmpty() ? tr("Working...") : tr("Working: %1...").arg(work));
@@ -136,19 +136,6 @@ void MainWindow::openingChanged() {
     setCursor(Qt::WaitCursor);
   else
     unsetCursor();
-}
-
-// The bar counts in percent only for a large file: a small one is done before a
-// percentage could be read, and the busy bar says enough.
-void MainWindow::showProgress(bool busy, std::uint64_t done, std::uint64_t total) {
-  m_progress->setVisible(busy);
-  if (busy && total > kMeasuredFrom) {
-    m_progress->setRange(0, 100);
-    m_progress->setValue(static_cast<int>(std::min<std::uint64_t>(done, total) * 100 / total));
-  } else if (m_progress->maximum() != 0) {
-    m_progress->setRange(0, 0);
-    m_progress->reset();
-  }
 }
 
 void MainWindow::showDocumentState() {

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "gui/form_binding.h"
+#include "gui/job_progress.h"
 
 class QLabel;
 class QMenu;
@@ -45,7 +46,7 @@ class MainWindow : public QMainWindow {
   // The window of another form, once it was made.
   QWidget* formWindow(const std::string& formName) const;
   // The status bar's bar shows a percentage for work on files larger than this.
-  static constexpr std::uint64_t kMeasuredFrom = 20u << 20;
+  static constexpr std::uint64_t kMeasuredFrom = JobProgressBar::kMeasuredFrom;
   QProgressBar* progressBar() const { return m_progress; }
 
  protected:
@@ -82,7 +83,6 @@ class MainWindow : public QMainWindow {
   void placePopUp(QWidget* popUp);
   // The status bar: the open file's kind, size and lines when idle, the work when busy.
   void showDocumentState();
-  void showProgress(bool busy, std::uint64_t done, std::uint64_t total);
   void showChannelsHeading();
   void closePopUpsAround(QWidget* clicked);
 
@@ -95,7 +95,7 @@ class MainWindow : public QMainWindow {
   std::map<std::string, QMenu*> m_menus;
   // Controls placed while building, bound once every widget has its parent.
   std::vector<std::pair<ui::Control*, QObject*>> m_pending;
-  QProgressBar* m_progress = nullptr;
+  JobProgressBar* m_progress = nullptr;
   QLabel* m_status = nullptr;
   QLabel* m_channelsHeading = nullptr;
   // What the status bar last counted: the file, its size and time, and its lines.

@@ -360,10 +360,7 @@ void MainWindow::buildCentral() {
     popUp->installEventFilter(this);
     place(*l, popUp);
   }
-  m_progress = new QProgressBar;
-  m_progress->setRange(0, 0);
-  m_progress->setMaximumWidth(160);
-  m_progress->setVisible(false);
+  m_progress = new JobProgressBar;
   m_status = new QLabel;
   statusBar()->addWidget(m_status, 1);
   statusBar()->addPermanentWidget(m_progress);

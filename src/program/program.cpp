@@ -13,8 +13,9 @@ Program::Program(ui::Services& services_, ui::Settings& settings_, ProgramOption
       appPath(std::move(options.appPath)),
       commandLine(std::move(options.commandLine)),
       m_pace([this](std::uint64_t done, std::uint64_t total) {
-        // The window shows the figures of a busy job only; other work just yields.
-        if (opening.busy()) opening.setProgress(done, total);
+        // The windows show the figures of a busy job only; other work just yields.
+        for (ui::Form* f : m_forms)
+          if (f->busy()) f->setProgress(done, total);
         services.progress(done, total);
         services.yieldHoldingInput();
       }),

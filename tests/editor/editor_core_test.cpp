@@ -3,6 +3,7 @@
 #include "text/scratch_file.h"
 #include "workspace/workspace.h"
 #include "editor_test_support.h"
+#include "progress_check.h"
 
 namespace tolvane {
 namespace {
@@ -211,6 +212,36 @@ TEST(EditorSave, WritesThePaneByteForByteWithCrLf) {
   EXPECT_EQ(readFile(copy), before);
   EXPECT_EQ(f.form().LeftPaneChanged, 1);
   EXPECT_TRUE(std::filesystem::is_empty(f.t.work()));
+}
+
+// A large file's load into a pane counts its bytes upward while the program is busy,
+// on the editor's own form as well, and the save does the same for the text it writes.
+TEST(EditorLoad, ALargeFileReportsHowFarTheLoadAndTheSaveAre) {
+  std::string line = "\t\tk 0 0.123456\r\n";
+  std::string big;
+  for (std::size_t n = 0; n < (std::size_t(24) << 20) / line.size(); ++n) big += line;
+  EditorFixture f(big);
+  test::reportEveryStep(f.t);
+  std::vector<std::uint64_t> editorTotals;
+  f.form().setObserver([&](ui::Form& form, ui::Control*) {
+    if (form.busy() && form.progressTotal() != 0) editorTotals.push_back(form.progressTotal());
+  });
+  f.openDestination();
+  std::vector<std::uint64_t> passes = test::progressPasses(f.user().progressReports());
+  ASSERT_FALSE(passes.empty());
+  EXPECT_EQ(passes.back(), big.size());
+  EXPECT_FALSE(editorTotals.empty());
+  test::expectAtRest(f.t);
+  EXPECT_EQ(f.form().progressTotal(), 0u);
+
+  const auto& reports = f.user().progressReports();
+  const std::size_t loadReports = reports.size();
+  f.user().dialog(f.dest);
+  f.fire("PictureSave", EventKind::Click);
+  EXPECT_FALSE(test::progressPasses({reports.begin() + static_cast<std::ptrdiff_t>(loadReports), reports.end()})
+                   .empty());
+  EXPECT_EQ(readFile(f.dest), big);
+  test::expectAtRest(f.t);
 }
 
 TEST(EditorClose, QuestionsInOrder) {
