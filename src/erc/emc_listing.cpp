@@ -146,7 +146,9 @@ long long listedLine(const ui::FormListEMCs& f, std::string& listedText) {
 }
 
 // Copies the file with line `number` replaced by the new ratio. The line must still be
-// the one that was listed: a file changed since is left alone.
+// the one that was listed, or a ratio line: a ratio saved from this form changes only
+// that line, so the list (which is not rebuilt) still addresses it, while a file whose
+// lines moved since is left alone.
 void writeNewRatio(Program& program, const std::string& path, long long number, const std::string& listedText,
                    const std::string& value) {
   text::StreamRewrite scratch(program.workFile(kChangeRatio), true);
@@ -155,7 +157,7 @@ void writeNewRatio(Program& program, const std::string& path, long long number, 
     Pacer pacer(program);
     copyLines(in, scratch.out(), number - 1, pacer);
     std::string_view old = in.ReadRawLine();
-    if (old != listedText)
+    if (old != listedText && !contains(old, "deltaAddDelta"))
       throw text::RuntimeError(text::kInvalidProcedureCall,
                                "The file changed since it was listed: line " + std::to_string(number) +
                                    " is no longer the ratio line. Nothing was changed.",

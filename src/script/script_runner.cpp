@@ -239,7 +239,15 @@ void Runner::act(const ScriptLine& line) {
       args.y = text::Val(w[3]);
     }
     if (*kind == EventKind::RightClick || *kind == EventKind::RightRelease) args.button = 2;
-    fire(target(w[0]), *kind, args);
+    Target t = target(w[0]);
+    std::string name = t.control ? t.control->name() : t.form->name();
+    // A box that reads its keys itself takes Enter as the key press it is.
+    if (*kind == EventKind::Enter && !m_program->events().has(t.form->name(), name, EventKind::Enter) &&
+        m_program->events().has(t.form->name(), name, EventKind::Key)) {
+      kind = EventKind::Key;
+      args.keyCode = 13;
+    }
+    fire(t, *kind, args);
   } else if (s == "drop") {
     if (w.size() != 2) throw ScriptWrong("drop needs SOURCE TARGET");
     Target source = target(w[0]);
