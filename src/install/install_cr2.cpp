@@ -99,9 +99,9 @@ bool unpackZip(Program& program, const std::string& folderText, const std::strin
   std::string zipName = text::nativePath(zip).filename().string();
   copyZipInto(text::nativePath(zip), folder / zipName);
   // The files are unpacked by this program into the install folder, so the search for
-  // the CR2 looks there.
+  // the CR2 looks there; a figure the zip keeps in a folder of its own is not found.
   program.currentDir = folder;
-  ZipResult result = extractFlat(folder / zipName, folder);
+  ZipResult result = extractZip(folder / zipName, folder);
   if (result.refusal.empty()) return true;
   ui::msgBox(program.services,
              "The zip file cr2install\\" + zipName + " was not unpacked: " + result.refusal +
