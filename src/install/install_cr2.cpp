@@ -127,7 +127,11 @@ void restoreMainWindow(Program& program) {
   f.LabelOBJFileName.setCaption("");
   f.LabelOBJFileName.setVisible(false);
   f.LabelOBJFileName.setBackColor(ui::kWhite);
-  if (!f.LabelFileNameForEditor.caption().empty()) f.PictureOBJView.setVisible(true);
+  if (!f.LabelFileNameForEditor.caption().empty()) {
+    for (ui::Control* c :
+         std::initializer_list<ui::Control*>{&f.PictureOBJView, &f.LabelChannelFileName, &f.ListChannels})
+      c->setVisible(true);
+  }
 }
 
 }  // namespace
@@ -165,10 +169,11 @@ void MenuInstallCR2Click(Program& program) {
   f.LabelOBJFileName.setBackColor(kPaleBlue);
   f.LabelOBJFileName.setVisible(true);
   for (ui::Picture* p : {&f.PictureOBJView, &f.PictureScaleObj, &f.PictureMash}) p->setVisible(false);
+  // The source pane is hidden while the install runs; its caption stays, so that the
+  // panes come back as they were when the install ends or is cancelled.
   if (f.LabelChannelFileName.visible()) {
     for (ui::Control* c : std::initializer_list<ui::Control*>{&f.LabelChannelFileName, &f.ListChannels})
       c->setVisible(false);
-    f.LabelChannelFileName.setCaption("");
   }
   ListCR2Files(program, cr2);
   program.setBusy(false);
