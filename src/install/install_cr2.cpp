@@ -346,9 +346,9 @@ void InstallIntoFolder(Program& program) {
   fs::path rtFolder = text::nativePath(rt);
   moveIgnoringErrors(rtFolder / name, target / name);
   std::string stem = text::Left(name, static_cast<long long>(text::InStr(name, ".")));
-  // Without a geometry folder the OBJ stays in the install folder: it has no place.
-  if (!f.LabelObjPathCR2Install.caption().empty())
-    moveIgnoringErrors(rtFolder / (stem + "obj"), installPath(f.LabelObjPathCR2Install.caption(), top) / (stem + "obj"));
+  // Without a geometry folder the path is "\" and the name: the top of the drive.
+  moveIgnoringErrors(rtFolder / (stem + "obj"),
+                     installPath(f.LabelObjPathCR2Install.caption() + "\\" + stem + "obj", top));
   std::vector<std::string> rsr = filesIn(rtFolder, "*.rsr");
   if (!rsr.empty()) moveIgnoringErrors(rtFolder / rsr.front(), target / rsr.front());
   program.currentDir = rtFolder;
