@@ -102,7 +102,9 @@ bool unpackZip(Program& program, const std::string& folderText, const std::strin
   // the CR2 looks there; a figure the zip keeps in a folder of its own is not found.
   program.currentDir = folder;
   ZipResult result = extractZip(folder / zipName, folder);
-  if (result.refusal.empty()) return true;
+  // A zip that cannot be read leaves nothing unpacked, as an unzip program that fails on
+  // it does, and the search then finds no figure. Only an unsafe zip is refused aloud.
+  if (result.refusal.empty() || result.refusal.rfind(kDamagedZip, 0) == 0) return true;
   ui::msgBox(program.services,
              "The zip file cr2install\\" + zipName + " was not unpacked: " + result.refusal +
                  ". Nothing was installed.",

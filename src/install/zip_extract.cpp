@@ -62,13 +62,13 @@ std::string makeFolders(const std::filesystem::path& folder, const std::string& 
 
 std::string damaged(archive* a) {
   const char* why = archive_error_string(a);
-  return std::string("the zip file is damaged or is no zip file") + (why ? " (" + std::string(why) + ")" : "");
+  return std::string(kDamagedZip) + (why ? " (" + std::string(why) + ")" : "");
 }
 
 // The first pass: every entry's name, kind and stated size, before a byte is written.
 std::string checkEntries(const std::filesystem::path& zip, const ZipLimits& limits) {
   ArchivePtr a = openZip(zip);
-  if (!a) return "the zip file is damaged or is no zip file";
+  if (!a) return kDamagedZip;
   archive_entry* entry = nullptr;
   for (;;) {
     int r = archive_read_next_header(a.get(), &entry);
@@ -151,7 +151,7 @@ ZipResult extractZip(const std::filesystem::path& zip, const std::filesystem::pa
   if (!result.refusal.empty()) return result;
   ArchivePtr a = openZip(zip);
   if (!a) {
-    result.refusal = "the zip file is damaged or is no zip file";
+    result.refusal = kDamagedZip;
     return result;
   }
   // Only files and folders this job created go again; one that replaced a file of the

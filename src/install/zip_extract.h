@@ -21,6 +21,9 @@ struct ZipLimits {
   std::uint64_t ratioFloor = std::uint64_t{1} << 20;     // the ratio counts above 1 MB
 };
 
+// How a refusal of a zip that cannot be read begins (a damaged file, or no zip at all).
+inline constexpr const char* kDamagedZip = "the zip file is damaged or is no zip file";
+
 struct ZipResult {
   // Empty when the zip was unpacked; else why it was refused, in the user's words.
   std::string refusal;

@@ -121,7 +121,7 @@ TEST(Install, AZippedFigureGoesWhereItsOwnPathsSay) {
 TEST(Install, RefusalsOfTheMenuLeaveTheRuntimeTreeAlone) {
   struct Case {
     const char* what;
-    std::vector<ZipEntry> entries;  // empty: the empty zip
+    std::vector<ZipEntry> entries;  // empty: the empty zip; one without a name: the whole file
     std::vector<std::string> laidByHand;
     std::string title, text;
   };
@@ -136,6 +136,8 @@ TEST(Install, RefusalsOfTheMenuLeaveTheRuntimeTreeAlone) {
       {"the CR2 in a folder of the zip", {{"Fig/fig.cr2", "x"}, {"tex.jpg", "jpg"}}, {}, critical,
        "No CR2 File in this zip file, or it has not been unzipped!"},
       {"an empty zip", {}, {}, critical, "No CR2 File in this zip file, or it has not been unzipped!"},
+      {"no zip at all", {{"", "PK but not a zip"}}, {}, critical,
+       "No CR2 File in this zip file, or it has not been unzipped!"},
       {"a path out of the folder", {{"fig.cr2", "x"}, {"../../escape.txt", "x"}}, {}, critical,
        "The zip file cr2install\\fig.zip was not unpacked: the entry \"../../escape.txt\" leads out of the install "
        "folder. Nothing was installed."},
@@ -147,6 +149,7 @@ TEST(Install, RefusalsOfTheMenuLeaveTheRuntimeTreeAlone) {
     if (c.laidByHand.empty()) {
       fs::path zip = in.t.files() / "fig.zip";
       if (c.entries.empty()) writeEmptyZip(zip);
+      else if (c.entries[0].name.empty()) writeFile(zip, c.entries[0].bytes);
       else writeZip(zip, c.entries);
       in.t.services.dialog(zip.string());
     }
