@@ -155,9 +155,11 @@ void MainWindow::buildMenus() {
   library->addSeparator();
   for (ui::MenuItem* item : {&o.MenuPhi, &o.MenuViewPhi}) m_pending.emplace_back(item, menuAction(library));
 
-  QMenu* help = menuBar()->addMenu(QString());
-  m_pending.emplace_back(&o.MenuHelp, help);
+  // The Help menu's first entry is MenuHelp itself, which opens the help pages; the menu
+  // title is bound to nothing, so that opening the menu does not open the pages.
+  QMenu* help = menuBar()->addMenu(QString::fromStdString(o.MenuHelp.caption()));
   m_menus["MenuHelp"] = help;
+  m_pending.emplace_back(&o.MenuHelp, menuAction(help));
   m_pending.emplace_back(&o.MenuAbout, menuAction(help, QKeySequence::HelpContents));
 }
 

@@ -99,10 +99,12 @@ bool unpackZip(Program& program, const std::string& folderText, const std::strin
   std::string zipName = text::nativePath(zip).filename().string();
   copyZipInto(text::nativePath(zip), folder / zipName);
   // The files are unpacked by this program into the install folder, so the search for
-  // the CR2 looks there.
+  // the CR2 looks there; a figure the zip keeps in a folder of its own is not found.
   program.currentDir = folder;
-  ZipResult result = extractFlat(folder / zipName, folder);
-  if (result.refusal.empty()) return true;
+  ZipResult result = extractZip(folder / zipName, folder);
+  // A zip that cannot be read leaves nothing unpacked, as an unzip program that fails on
+  // it does, and the search then finds no figure. Only an unsafe zip is refused aloud.
+  if (result.refusal.empty() || result.refusal.rfind(kDamagedZip, 0) == 0) return true;
   ui::msgBox(program.services,
              "The zip file cr2install\\" + zipName + " was not unpacked: " + result.refusal +
                  ". Nothing was installed.",
@@ -127,7 +129,11 @@ void restoreMainWindow(Program& program) {
   f.LabelOBJFileName.setCaption("");
   f.LabelOBJFileName.setVisible(false);
   f.LabelOBJFileName.setBackColor(ui::kWhite);
-  if (!f.LabelFileNameForEditor.caption().empty()) f.PictureOBJView.setVisible(true);
+  if (!f.LabelFileNameForEditor.caption().empty()) {
+    for (ui::Control* c :
+         std::initializer_list<ui::Control*>{&f.PictureOBJView, &f.LabelChannelFileName, &f.ListChannels})
+      c->setVisible(true);
+  }
 }
 
 }  // namespace
@@ -165,10 +171,11 @@ void MenuInstallCR2Click(Program& program) {
   f.LabelOBJFileName.setBackColor(kPaleBlue);
   f.LabelOBJFileName.setVisible(true);
   for (ui::Picture* p : {&f.PictureOBJView, &f.PictureScaleObj, &f.PictureMash}) p->setVisible(false);
+  // The source pane is hidden while the install runs; its caption stays, so that the
+  // panes come back as they were when the install ends or is cancelled.
   if (f.LabelChannelFileName.visible()) {
     for (ui::Control* c : std::initializer_list<ui::Control*>{&f.LabelChannelFileName, &f.ListChannels})
       c->setVisible(false);
-    f.LabelChannelFileName.setCaption("");
   }
   ListCR2Files(program, cr2);
   program.setBusy(false);
@@ -341,9 +348,9 @@ void InstallIntoFolder(Program& program) {
   fs::path rtFolder = text::nativePath(rt);
   moveIgnoringErrors(rtFolder / name, target / name);
   std::string stem = text::Left(name, static_cast<long long>(text::InStr(name, ".")));
-  // Without a geometry folder the OBJ stays in the install folder: it has no place.
-  if (!f.LabelObjPathCR2Install.caption().empty())
-    moveIgnoringErrors(rtFolder / (stem + "obj"), installPath(f.LabelObjPathCR2Install.caption(), top) / (stem + "obj"));
+  // Without a geometry folder the path is "\" and the name: the top of the drive.
+  moveIgnoringErrors(rtFolder / (stem + "obj"),
+                     installPath(f.LabelObjPathCR2Install.caption() + "\\" + stem + "obj", top));
   std::vector<std::string> rsr = filesIn(rtFolder, "*.rsr");
   if (!rsr.empty()) moveIgnoringErrors(rtFolder / rsr.front(), target / rsr.front());
   program.currentDir = rtFolder;

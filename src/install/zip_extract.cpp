@@ -26,20 +26,49 @@ ArchivePtr openZip(const std::filesystem::path& zip) {
   return a;
 }
 
-std::string flatName(const std::string& name) {
-  std::size_t cut = name.find_last_of("/\\");
-  return cut == std::string::npos ? name : name.substr(cut + 1);
+// The entry's place under the install folder, with "/" between its folders; empty for
+// a name that is a folder alone.
+std::string placeOf(const std::string& name) {
+  std::string place = name;
+  for (char& c : place)
+    if (c == '\\') c = '/';
+  while (!place.empty() && place.back() == '/') place.pop_back();
+  return place;
+}
+
+// Makes the folders of `place` under `folder`, noting the ones it made; a folder that is
+// a link (or a file in its way) is refused, so that nothing is written outside.
+std::string makeFolders(const std::filesystem::path& folder, const std::string& place,
+                        std::vector<std::filesystem::path>& made) {
+  std::filesystem::path at = folder;
+  std::size_t start = 0;
+  for (std::size_t cut = place.find('/'); cut != std::string::npos; cut = place.find('/', start)) {
+    std::string part = place.substr(start, cut - start);
+    start = cut + 1;
+    if (part.empty() || part == ".") continue;
+    at /= part;
+    std::error_code ec;
+    auto status = std::filesystem::symlink_status(at, ec);
+    if (status.type() == std::filesystem::file_type::not_found) {
+      if (!std::filesystem::create_directory(at, ec) && ec)
+        text::raiseError(text::errorNumberFromErrno(ec.value(), true), at.string());
+      made.push_back(at);
+    } else if (status.type() != std::filesystem::file_type::directory) {
+      return "the entry \"" + place + "\" leads through \"" + part + "\", which is no folder";
+    }
+  }
+  return {};
 }
 
 std::string damaged(archive* a) {
   const char* why = archive_error_string(a);
-  return std::string("the zip file is damaged or is no zip file") + (why ? " (" + std::string(why) + ")" : "");
+  return std::string(kDamagedZip) + (why ? " (" + std::string(why) + ")" : "");
 }
 
 // The first pass: every entry's name, kind and stated size, before a byte is written.
 std::string checkEntries(const std::filesystem::path& zip, const ZipLimits& limits) {
   ArchivePtr a = openZip(zip);
-  if (!a) return "the zip file is damaged or is no zip file";
+  if (!a) return kDamagedZip;
   archive_entry* entry = nullptr;
   for (;;) {
     int r = archive_read_next_header(a.get(), &entry);
@@ -115,21 +144,27 @@ std::string unsafeEntryName(const std::string& name) {
   return {};
 }
 
-ZipResult extractFlat(const std::filesystem::path& zip, const std::filesystem::path& folder,
+ZipResult extractZip(const std::filesystem::path& zip, const std::filesystem::path& folder,
                       const ZipLimits& limits) {
   ZipResult result;
   result.refusal = checkEntries(zip, limits);
   if (!result.refusal.empty()) return result;
   ArchivePtr a = openZip(zip);
   if (!a) {
-    result.refusal = "the zip file is damaged or is no zip file";
+    result.refusal = kDamagedZip;
     return result;
   }
-  // Only files this job created go again; one that replaced a file of the same name
-  // cannot give the old one back, so the check pass is what keeps a refusal harmless.
+  // Only files and folders this job created go again; one that replaced a file of the
+  // same name cannot give the old one back, so the check pass is what keeps a refusal
+  // harmless.
   std::vector<std::string> created;
-  auto undo = [&result, &created, &folder] {
+  std::vector<std::filesystem::path> madeFolders;
+  auto undo = [&result, &created, &madeFolders, &folder] {
     for (const auto& f : created) text::deleteIgnoringErrors(folder / f);
+    for (auto it = madeFolders.rbegin(); it != madeFolders.rend(); ++it) {
+      std::error_code ec;
+      std::filesystem::remove(*it, ec);
+    }
     result.files.clear();
   };
   try {
@@ -142,13 +177,16 @@ ZipResult extractFlat(const std::filesystem::path& zip, const std::filesystem::p
         break;
       }
       std::string name = archive_entry_pathname(entry);
-      std::string flat = flatName(name);
-      if (archive_entry_filetype(entry) == AE_IFDIR || flat.empty() || flat == "." || flat == "..") continue;
-      bool existed = text::fileExists(folder / flat);
-      result.refusal = writeEntry(a.get(), name, folder / flat, limits);
+      std::string place = placeOf(name);
+      bool isFolder = archive_entry_filetype(entry) == AE_IFDIR;
+      result.refusal = makeFolders(folder, isFolder ? place + "/" : place, madeFolders);
       if (!result.refusal.empty()) break;
-      result.files.push_back(flat);
-      if (!existed) created.push_back(flat);
+      if (isFolder || place.empty()) continue;
+      bool existed = text::fileExists(folder / place);
+      result.refusal = writeEntry(a.get(), name, folder / place, limits);
+      if (!result.refusal.empty()) break;
+      result.files.push_back(place);
+      if (!existed) created.push_back(place);
     }
   } catch (...) {
     undo();

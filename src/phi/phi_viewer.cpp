@@ -91,7 +91,9 @@ std::vector<std::string> treeEntries(const std::filesystem::path& cr2) {
   while (!text::contains(field, "actor hip:"));
   in.ReadField();
   std::vector<std::string> entries;
-  int depth = 1;
+  // A name the table does not know takes the depth of the part before it; before the
+  // first part that is the hip's, 0.
+  int depth = 0;
   while (in.readField(field) && !field.empty() && !text::contains(field, "figureResFile")) {
     if (!text::hasPrefix(field, "actor")) continue;
     std::size_t colon = field.find(':');

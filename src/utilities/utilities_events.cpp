@@ -36,6 +36,7 @@ const Entry kEntries[] = {
     {"Opening", "menuDialRenamer", EventKind::Click, showRenamer},
     {"Opening", "menuRenumberFiles", EventKind::Click, showRenumber},
     {"Opening", "menuCheckVer", EventKind::Click, utilities::CheckVersion},
+    {"Opening", "MenuHelp", EventKind::Click, utilities::ShowHelp},
     {"Opening", "MenuHelpContents", EventKind::Click, utilities::ShowHelp},
     {"Opening", "menuWebTutorials", EventKind::Click, utilities::ShowTutorials},
     {"Opening", "MenuPoser", EventKind::Click, utilities::StartPoser},

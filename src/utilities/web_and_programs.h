@@ -22,7 +22,7 @@ void CheckVersion(Program& program);
 // first blank.
 std::string publishedVersion(const std::string& firstField);
 
-// MenuHelpContents, menuWebTutorials, MenuPoser, MenuQuickboot.
+// MenuHelp (and MenuHelpContents), menuWebTutorials, MenuPoser, MenuQuickboot.
 void ShowHelp(Program& program);
 void ShowTutorials(Program& program);
 void StartPoser(Program& program);

@@ -66,8 +66,8 @@ struct Installer {
 };
 
 std::vector<ZipEntry> figureZip() {
-  return {{"Fig/fig.cr2", crlf(kFigure)}, {"Fig/fig.obj", "v 0 0 0\r\n"}, {"tex.jpg", "jpg"},
-          {"bump.bmp", "bmp"},           {"readme.txt", "read me"},      {"fig.mtl", "mtl"}};
+  return {{"fig.cr2", crlf(kFigure)}, {"fig.obj", "v 0 0 0\r\n"}, {"tex.jpg", "jpg"},
+          {"bump.bmp", "bmp"},       {"readme.txt", "read me"},  {"fig.mtl", "mtl"}};
 }
 
 TEST(Install, AZippedFigureGoesWhereItsOwnPathsSay) {
@@ -121,7 +121,7 @@ TEST(Install, AZippedFigureGoesWhereItsOwnPathsSay) {
 TEST(Install, RefusalsOfTheMenuLeaveTheRuntimeTreeAlone) {
   struct Case {
     const char* what;
-    std::vector<ZipEntry> entries;  // empty: the empty zip
+    std::vector<ZipEntry> entries;  // empty: the empty zip; one without a name: the whole file
     std::vector<std::string> laidByHand;
     std::string title, text;
   };
@@ -131,9 +131,13 @@ TEST(Install, RefusalsOfTheMenuLeaveTheRuntimeTreeAlone) {
        "There is more than one CR2 in the cr2install folder!"},
       {"no CR2 in the zip", {{"tex.jpg", "jpg"}}, {}, critical,
        "No CR2 File in this zip file, or it has not been unzipped!"},
-      {"two CR2 in the zip", {{"a.cr2", "a"}, {"b/b.cr2", "b"}}, {}, critical,
+      {"two CR2 in the zip", {{"a.cr2", "a"}, {"b.cr2", "b"}}, {}, critical,
        "There is more than one CR2 in the cr2install folder!"},
+      {"the CR2 in a folder of the zip", {{"Fig/fig.cr2", "x"}, {"tex.jpg", "jpg"}}, {}, critical,
+       "No CR2 File in this zip file, or it has not been unzipped!"},
       {"an empty zip", {}, {}, critical, "No CR2 File in this zip file, or it has not been unzipped!"},
+      {"no zip at all", {{"", "PK but not a zip"}}, {}, critical,
+       "No CR2 File in this zip file, or it has not been unzipped!"},
       {"a path out of the folder", {{"fig.cr2", "x"}, {"../../escape.txt", "x"}}, {}, critical,
        "The zip file cr2install\\fig.zip was not unpacked: the entry \"../../escape.txt\" leads out of the install "
        "folder. Nothing was installed."},
@@ -145,6 +149,7 @@ TEST(Install, RefusalsOfTheMenuLeaveTheRuntimeTreeAlone) {
     if (c.laidByHand.empty()) {
       fs::path zip = in.t.files() / "fig.zip";
       if (c.entries.empty()) writeEmptyZip(zip);
+      else if (c.entries[0].name.empty()) writeFile(zip, c.entries[0].bytes);
       else writeZip(zip, c.entries);
       in.t.services.dialog(zip.string());
     }

@@ -11,7 +11,7 @@
 namespace tolvane::test {
 namespace {
 
-using install::extractFlat;
+using install::extractZip;
 using install::ZipLimits;
 using Kind = ZipEntry::Kind;
 
@@ -23,7 +23,7 @@ std::vector<std::string> folderNames(const std::filesystem::path& folder) {
   return names;
 }
 
-TEST(ZipExtract, UnpacksFlatAndRefusesEveryUnsafeZipBeforeWritingAByte) {
+TEST(ZipExtract, UnpacksWithItsFoldersAndRefusesEveryUnsafeZipBeforeWritingAByte) {
   const std::string zeros(4 << 20, '\0');
   struct Case {
     const char* what;
@@ -35,11 +35,13 @@ TEST(ZipExtract, UnpacksFlatAndRefusesEveryUnsafeZipBeforeWritingAByte) {
   ZipLimits small;
   small.maxEntryBytes = 1 << 20;
   const Case cases[] = {
-      {"folders are flattened",
+      {"folders are kept",
        {{"fig/", "", Kind::Folder}, {"fig/fig.cr2", "cr2"}, {"Runtime/textures/a.jpg", "jpg"}, {"b.bmp", "bmp"}},
        {},
        "",
-       {"a.jpg", "b.bmp", "fig.cr2"}},
+       {"Runtime", "Runtime/textures", "Runtime/textures/a.jpg", "b.bmp", "fig", "fig/fig.cr2"}},
+      {"a file in the way of a folder", {{"new/a.jpg", "jpg"}, {"old.txt/b.jpg", "jpg"}}, {},
+       "the entry \"old.txt/b.jpg\" leads through \"old.txt\"", {}},
       {"a parent folder", {{"ok.txt", "x"}, {"../evil.txt", "evil"}}, {}, "the entry \"../evil.txt\" leads out", {}},
       {"a parent folder inside", {{"a/../../evil.txt", "evil"}}, {}, "the entry \"a/../../evil.txt\" leads out", {}},
       {"an absolute path", {{"/tmp/evil.txt", "evil"}}, {}, "the entry \"/tmp/evil.txt\" has an absolute", {}},
@@ -58,7 +60,7 @@ TEST(ZipExtract, UnpacksFlatAndRefusesEveryUnsafeZipBeforeWritingAByte) {
     std::filesystem::create_directories(folder);
     writeFile(folder / "old.txt", "old");
     writeZip(dir / "in.zip", c.entries);
-    install::ZipResult result = extractFlat(dir / "in.zip", folder, c.limits);
+    install::ZipResult result = extractZip(dir / "in.zip", folder, c.limits);
     EXPECT_EQ(result.refusal.substr(0, c.refusal.size()), c.refusal);
     EXPECT_EQ(result.refusal.empty(), c.refusal.empty()) << result.refusal;
     std::vector<std::string> expected = c.unpacked;
@@ -79,7 +81,7 @@ TEST(ZipExtract, AnEntryThatGrowsFarPastItsPackedSizeIsStoppedAndRemoved) {
   ZipLimits limits;
   limits.maxRatio = 10;
   limits.ratioFloor = 1 << 20;
-  install::ZipResult result = extractFlat(dir / "bomb.zip", folder, limits);
+  install::ZipResult result = extractZip(dir / "bomb.zip", folder, limits);
   EXPECT_EQ(result.refusal, "the entry \"bomb.bmp\" unpacks to far more than it holds (a zip bomb)");
   EXPECT_TRUE(folderNames(folder).empty()) << "the files of the refused job are removed again";
 }
@@ -89,17 +91,17 @@ TEST(ZipExtract, DamagedEmptyAndMissingZips) {
   auto folder = dir / "cr2install";
   std::filesystem::create_directories(folder);
   writeFile(dir / "junk.zip", std::string(5000, 'x'));
-  EXPECT_EQ(extractFlat(dir / "junk.zip", folder).refusal.substr(0, 35), "the zip file is damaged or is no zi");
+  EXPECT_EQ(extractZip(dir / "junk.zip", folder).refusal.substr(0, 35), "the zip file is damaged or is no zi");
   // A zip cut short after its first entry's header.
   writeZip(dir / "whole.zip", {{"fig.cr2", std::string(100000, 'a') + "tail"}});
   std::string whole = readFile(dir / "whole.zip");
   writeFile(dir / "cut.zip", whole.substr(0, whole.size() / 2));
-  EXPECT_FALSE(extractFlat(dir / "cut.zip", folder).refusal.empty());
+  EXPECT_FALSE(extractZip(dir / "cut.zip", folder).refusal.empty());
   writeEmptyZip(dir / "empty.zip");
-  install::ZipResult empty = extractFlat(dir / "empty.zip", folder);
+  install::ZipResult empty = extractZip(dir / "empty.zip", folder);
   EXPECT_EQ(empty.refusal, "");
   EXPECT_TRUE(empty.files.empty());
-  EXPECT_EQ(runTimeErrorOf([&] { extractFlat(dir / "missing.zip", folder); }), 53);
+  EXPECT_EQ(runTimeErrorOf([&] { extractZip(dir / "missing.zip", folder); }), 53);
   EXPECT_TRUE(folderNames(folder).empty());
 }
 
@@ -110,7 +112,7 @@ TEST(ZipExtract, AReadOnlyFolderIsARunTimeErrorAndLeavesNothing) {
   std::filesystem::create_directories(folder);
   writeZip(dir / "in.zip", {{"fig.cr2", "cr2"}});
   std::filesystem::permissions(folder, std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec);
-  EXPECT_NE(runTimeErrorOf([&] { extractFlat(dir / "in.zip", folder); }), 0);
+  EXPECT_NE(runTimeErrorOf([&] { extractZip(dir / "in.zip", folder); }), 0);
   std::filesystem::permissions(folder, std::filesystem::perms::owner_all);
   EXPECT_TRUE(folderNames(folder).empty());
 }

@@ -48,7 +48,7 @@ TEST(OutsidePrograms, PoserQuickbootAndHelpPages) {
   t.services.expect("NOTE!", "If you start Poser with a CR2 file it...", ui::Answer::Yes);
   fireEvent(*t, "Opening", "MenuPoser", EventKind::Click);
   fireEvent(*t, "Opening", "MenuQuickboot", EventKind::Click);
-  fireEvent(*t, "Opening", "MenuHelpContents", EventKind::Click);
+  fireEvent(*t, "Opening", "MenuHelp", EventKind::Click);
   writeFile(t.work() / "TolvaneManual" / "TolvaneWelcome.htm", "<html/>");
   fireEvent(*t, "Opening", "MenuHelpContents", EventKind::Click);
   fireEvent(*t, "Opening", "menuWebTutorials", EventKind::Click);
