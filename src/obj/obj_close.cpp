@@ -44,15 +44,23 @@ void deleteToolScratch(Program& program) {
   for (const char* name : kCloseScratch) text::deleteIgnoringErrors(program.workFile(name));
 }
 
-bool CloseOBJ(Program& program) {
+namespace {
+
+// The close, from the unload or from the click that closed the list it waited for. It
+// waits while the material or the group list shows, with a message for each list it
+// begins to wait for.
+bool closeForm(Program& program) {
   ui::FormOBJ& f = program.formOBJ;
   if (f.renamed) {
-    if (f.ListMaterials.visible() || f.ListGroups.visible()) {
-      ui::msgBox(program.services,
-                 f.ListMaterials.visible() ? "Close the Material List first!" : "Close the Group List first!",
-                 "Error!", ui::Buttons::OK, ui::Icon::Critical);
+    int wait = f.ListMaterials.visible() ? 1 : f.ListGroups.visible() ? 2 : 0;
+    if (wait != 0) {
+      if (wait != f.closeWaiting)
+        ui::msgBox(program.services, wait == 1 ? "Close the Material List first!" : "Close the Group List first!",
+                   "Error!", ui::Buttons::OK, ui::Icon::Critical);
+      f.closeWaiting = wait;
       return false;
     }
+    f.closeWaiting = 0;
     RewriteWithRenames(program);
   }
   f.stopFlag = -1;
@@ -61,6 +69,18 @@ bool CloseOBJ(Program& program) {
   deleteToolScratch(program);
   f.reset();
   return true;
+}
+
+}  // namespace
+
+bool CloseOBJ(Program& program) {
+  program.formOBJ.closeWaiting = 0;
+  return closeForm(program);
+}
+
+void ResumeClose(Program& program) {
+  ui::FormOBJ& f = program.formOBJ;
+  if (f.closeWaiting != 0 && closeForm(program)) f.setVisible(false);
 }
 
 }  // namespace tolvane::obj

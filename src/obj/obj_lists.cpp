@@ -65,11 +65,13 @@ void ListCommandClick(Program& program, ListKind kind) {
     for (ui::Control* c : std::initializer_list<ui::Control*>{
              &l.rich, &f.LabelRichRename, &l.names, &l.rename, &f.CheckSaveGroups, &f.CheckSaveMaterials})
       c->setVisible(false);
-    return;
+    return ResumeClose(program);
   }
   Lists other = listsOf(f, kind == ListKind::Groups ? ListKind::Materials : ListKind::Groups);
   for (ui::Control* c : std::initializer_list<ui::Control*>{&other.rich, &other.names, &other.rename})
     c->setVisible(false);
+  ResumeClose(program);
+  if (!f.visible()) return;
   f.LabelRichRename.setVisible(true);
   fillListing(l);
   l.rich.setListIndex(-1);
@@ -92,7 +94,7 @@ void LabelRichRenameClick(Program& program) {
       l.rename.setVisible(false);
       fillListing(l);
       l.rich.setVisible(true);
-      return;
+      return ResumeClose(program);
     }
   }
 }
@@ -128,6 +130,8 @@ void SelectionModeClick(Program& program, ListKind kind) {
   l.save.setVisible(on);
   l.names.setVisible(!on);
   if (!on) return;
+  ResumeClose(program);
+  if (!program.formOBJ.visible()) return;
   std::vector<std::string> items = l.names.items();
   items.push_back("DONE");
   l.save.setItems(std::move(items));

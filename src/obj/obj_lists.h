@@ -27,5 +27,8 @@ void SaveListClick(Program& program, ListKind kind);
 // The form's close: the rewrite with the renames, the notes beside the OBJ, the
 // scratch files, the reset. False when the close must wait for a list to be closed.
 bool CloseOBJ(Program& program);
+// A close that waited for an open list goes on once neither list shows; the form hides
+// when it is done.
+void ResumeClose(Program& program);
 
 }  // namespace tolvane::obj

@@ -203,6 +203,9 @@ void StillPictureLopMove(Program& program, const EventArgs& args) {
   picture.refresh();
 }
 
+// Every release in lop mode asks about the box. A click that did not move takes the
+// colour under it for the lopper; a Yes runs the lopper at once with the box and the
+// colours taken so far (a box of no size holds no corner).
 void StillPictureLopRelease(Program& program, const EventArgs& args) {
   ui::FormOBJ& f = program.formOBJ;
   if (!f.boxDragging) return;
@@ -214,20 +217,14 @@ void StillPictureLopRelease(Program& program, const EventArgs& args) {
   f.boxY2 = static_cast<int>(args.y);
   if (f.boxX1 > f.boxX2) std::swap(f.boxX1, f.boxX2);
   if (f.boxY1 > f.boxY2) std::swap(f.boxY1, f.boxY2);
-  long long colour = colourAt(picture, f.boxX2, f.boxY2);
-  if (f.boxX1 == f.boxX2 && f.boxY1 == f.boxY2) {
-    // A click: the colour of the mesh under it, for the lopper that runs when lop mode ends.
-    if (colour >= 0 && colour != static_cast<long long>(ui::kWhite)) f.ListLop.addItem(std::to_string(colour));
-    return;
-  }
+  long long colour = colourAt(picture, static_cast<int>(args.x), static_cast<int>(args.y));
+  if (f.boxX1 == f.boxX2 && f.boxY1 == f.boxY2 && colour >= 0 && colour != static_cast<long long>(ui::kWhite))
+    f.ListLop.addItem(std::to_string(colour));
   if (ui::msgBox(program.services, "Do you want to remove the mesh in this box?", "Alert!", ui::Buttons::YesNo,
                  ui::Icon::Exclamation) != ui::Answer::Yes)
     return;
   f.boxSet = true;
-  std::vector<std::string> clicks = f.ListLop.items();
-  f.ListLop.clear();
   RunLopper(program);
-  f.ListLop.setItems(std::move(clicks));
   f.boxSet = false;
   saveLop(program);
 }

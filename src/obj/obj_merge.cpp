@@ -293,12 +293,14 @@ void PictureMergeClick(Program& program) {
         double x = text::Val(t.substr(0, b1));
         double y = b1 == std::string_view::npos ? 0 : text::Val(t.substr(b1 + 1, b2 - b1 - 1));
         double z = b2 == std::string_view::npos ? 0 : text::Val(t.substr(b2 + 1));
+        // Only x takes the lead, for the loader drops the first character of a
+        // positive x; y and z are the plain trimmed text.
         line.assign("v ");
         appendLeadText(line, x + f.addShiftX);
         line += ' ';
-        appendLeadText(line, y + f.addShiftY);
+        line += trimmedView(text::StrSingle(y + f.addShiftY));
         line += ' ';
-        appendLeadText(line, z + f.addShiftZ);
+        line += trimmedView(text::StrSingle(z + f.addShiftZ));
         out.WriteLine(line);
       }
     }

@@ -1,5 +1,8 @@
 // The mirror: the signs of the vertex coordinates flipped as text, per axis, written
 // through Mirror.txt and MirrorOBJ.txt, saved where the user says and loaded again.
+#include <string>
+#include <vector>
+
 #include "obj/obj_load.h"
 #include "obj/obj_tools.h"
 #include "program/program.h"
@@ -115,7 +118,12 @@ void LabelMirrorClick(Program& program) {
 
   f.setCaption(ui::kObjViewerCaption + *chosen);
   deleteToolScratch(program);
+  // The form starts afresh, but the colour lists outlive a reload, so each group keeps
+  // its colour.
+  std::vector<std::string> groupColours = f.ListGroupColors.items(), materialColours = f.ListMATColors.items();
   f.reset();
+  f.ListGroupColors.setItems(std::move(groupColours));
+  f.ListMATColors.setItems(std::move(materialColours));
   f.reload = true;
   LoadObj(program);
   f.reload = false;

@@ -148,6 +148,7 @@ void FormOBJ::reset() {
   hasTextureVertices = false;
   loaded = reload = useParamObj = false;
   renamed = false;
+  closeWaiting = 0;
   stopFlag = 0;
   drawingHidden = false;
   secondaryHeld = false;

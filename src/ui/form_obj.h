@@ -85,6 +85,8 @@ class FormOBJ : public Form {
 
   // A rename or a deletion is pending until the form closes.
   bool renamed = false;
+  // A close is waiting for the group or material list to be closed.
+  int closeWaiting = 0;  // 1 the material list, 2 the group list
 
   // The secondary mesh of PictureAddOBJ: its vertex count and the scales of its pictures.
   std::uint64_t addVertexCount = 0;

@@ -183,6 +183,8 @@ class ObjWindowTest : public QObject {
         }
       }
     QVERIFY(hit.x() >= 0);
+    // The release asks about the box too; No keeps the colour for the end of lop mode.
+    s.f.program.services.expect("Alert!", "Do you want to remove the mesh in this box?", ui::Answer::No);
     QTest::mouseClick(front, Qt::LeftButton, {}, hit);
     QApplication::processEvents();
     QCOMPARE(f.ListLop.listCount(), 1);

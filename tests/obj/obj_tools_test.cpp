@@ -95,8 +95,8 @@ TEST_F(ObjToolsTest, MergeNumbersTheSecondMeshAfterTheFirst) {
   services.expect("Note!", "The merged mesh is saved as " + work("MergeTest.obj").string());
   fire("PictureMerge", EventKind::Click);
   EXPECT_EQ(readFile(work("MergeTest.obj")),
-            crlf({"v 1 2 3", "v -1 2 3", "v 0 -2 0.5", "v 0.25 0.5 -3", "v 0.5 0.5 0.5", "v -0.5 00 00",
-                  "v 00 01 00", "vt 0 0", "vt 1 0", "vt 1 1", "g left", "usemtl skin", "f 1/1/1 2/2/1 3/3/1",
+            crlf({"v 1 2 3", "v -1 2 3", "v 0 -2 0.5", "v 0.25 0.5 -3", "v 0.5 .5 .5", "v -0.5 0 0",
+                  "v 00 1 0", "vt 0 0", "vt 1 0", "vt 1 1", "g left", "usemtl skin", "f 1/1/1 2/2/1 3/3/1",
                   "g right", "usemtl skin", "f 2/2 3/3 4/1", "g extra", "f 5/4 6/5 7/6", "f 7/3 6/3 5/3"}));
   EXPECT_EQ(services.pending(), 0u);
 }
@@ -116,7 +116,7 @@ TEST_F(ObjToolsTest, SecondaryMeshDraggedOnAStillPictureIsShiftedInTheMerge) {
   EXPECT_NEAR(f.addShiftX, 1.0, 1e-9);
   services.answer(Answer::OK);
   fire("PictureMerge", EventKind::Click);
-  EXPECT_EQ(linesOf(work("MergeTest.obj"))[4], "v 01 00 00\r");
+  EXPECT_EQ(linesOf(work("MergeTest.obj"))[4], "v 01 0 0\r");
 }
 
 // Faces ahead of the group lines, so that the walk by face count reaches them.
