@@ -1,5 +1,7 @@
 #include "library/geometry_switch.h"
 
+#include <algorithm>
+
 #include "program/program.h"
 #include "text/figure_text.h"
 #include "text/line_reader.h"
@@ -172,6 +174,8 @@ void AltGeomActorsDblClick(Program& program) {
       return;
     }
     std::string relative = text::Mid(*chosen, static_cast<long long>(text::InStr(*chosen, "Geometries")) + 11);
+    // The block names its file in the backslash form whatever separator the dialog used.
+    std::replace(relative.begin(), relative.end(), '/', '\\');
     for (const std::string& l : {"\talternateGeom " + newName, std::string("\t{"), "\t\tname " + newName,
                                  "\t\tobjFile" + StrInteger(count + 1001) + " Runtime\\Geometries\\" + relative,
                                  std::string("\t}"), held})

@@ -44,6 +44,7 @@ struct GeometryScan {
   bool mainFound = false;           // the main geometry was read
   std::string mainObj;              // the text behind "Geometries:" (TextMainOBJ)
   bool propCustomGeometry = false;  // a geomCustom among the props
+  bool laterCustomGeometry = false; // a geomCustom anywhere behind the main geometry
   std::vector<std::string> props;   // new values for the props list
 };
 // `propFile` for hair and prop files; `knownProps` are the props list's entries so far.

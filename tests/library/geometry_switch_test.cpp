@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "test_support.h"
 
 namespace tolvane::test {
@@ -41,6 +43,7 @@ TEST_F(GeomSwitchTest, FirstAlternateAddsItsBlockAndTheDialASecondMovesTheMaximu
   std::string obj = (poser / "Runtime" / "Geometries" / "Alt" / "long.obj").string();
   run(figure, "    hip:1 * 2", obj);
   std::string relative = obj.substr(obj.find("Geometries") + 11);
+  std::replace(relative.begin(), relative.end(), '/', '\\');
   Lines first = {"{", "actor hip:1", "\t{", "\tname hip", "\tparent BODY:1", "\talternateGeom hip_1", "\t{",
                  "\t\tname hip_1", "\t\tobjFile 1001 Runtime\\Geometries\\" + relative, "\t}", "\tchannels",
                  "\t\t{", "\t\ttwistY twisty", "\t\t\t{", "\t\t\t}", "\t\tgeomChan hipGeom", "\t\t\t{",
