@@ -69,8 +69,8 @@ void writeNewChannel(text::LineWriter& out, const std::string& name) {
 // The dial: an existing geomChan gets one more step; a first alternate gets the channel.
 void writeChannel(text::LineReader& in, text::LineWriter& out, const std::string& name, long long count) {
   if (count > 0) {
+    // The dial's own maximum goes up; the nine lines behind it close the dial's block.
     copyUntil(in, out, [](const std::string& l) { return contains(l, "geomChan"); });
-    copyUntil(in, out, [](const std::string& l) { return contains(l, "interpStyleLocked"); });
     for (;;) {
       std::string line = in.ReadRawLine();
       if (text::hasPrefix(line.substr(line.find_first_not_of("\t ") == std::string::npos
