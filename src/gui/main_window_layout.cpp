@@ -235,7 +235,7 @@ QWidget* MainWindow::buildPanes() {
   m_workLists = new QHBoxLayout;
   for (ui::ListBox* l : {&o.ListEMCs, &o.ListChannelsReorder, &o.ListChannelsReorderByPart,
                          &o.ListChannelsReorderNewOrder, &o.ListChannelsReorderReordered, &o.ListAltGeomActors,
-                         &o.ListAltGeomNames})
+                         &o.ListAltGeomNames, &o.ListOBJBatch})
     m_workLists->addWidget(list(*l, l != &o.ListEMCs));
   // The body part transfer's folder and file lists, whose lines drag onto the tool's
   // picture, and its chain and link weight lists.

@@ -1,5 +1,7 @@
 #include "library/geometry_switch.h"
 
+#include <algorithm>
+
 #include "program/program.h"
 #include "text/figure_text.h"
 #include "text/line_reader.h"
@@ -67,8 +69,8 @@ void writeNewChannel(text::LineWriter& out, const std::string& name) {
 // The dial: an existing geomChan gets one more step; a first alternate gets the channel.
 void writeChannel(text::LineReader& in, text::LineWriter& out, const std::string& name, long long count) {
   if (count > 0) {
+    // The dial's own maximum goes up; the nine lines behind it close the dial's block.
     copyUntil(in, out, [](const std::string& l) { return contains(l, "geomChan"); });
-    copyUntil(in, out, [](const std::string& l) { return contains(l, "interpStyleLocked"); });
     for (;;) {
       std::string line = in.ReadRawLine();
       if (text::hasPrefix(line.substr(line.find_first_not_of("\t ") == std::string::npos
@@ -172,6 +174,8 @@ void AltGeomActorsDblClick(Program& program) {
       return;
     }
     std::string relative = text::Mid(*chosen, static_cast<long long>(text::InStr(*chosen, "Geometries")) + 11);
+    // The block names its file in the backslash form whatever separator the dialog used.
+    std::replace(relative.begin(), relative.end(), '/', '\\');
     for (const std::string& l : {"\talternateGeom " + newName, std::string("\t{"), "\t\tname " + newName,
                                  "\t\tobjFile" + StrInteger(count + 1001) + " Runtime\\Geometries\\" + relative,
                                  std::string("\t}"), held})

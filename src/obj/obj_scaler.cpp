@@ -65,7 +65,9 @@ std::vector<std::filesystem::path> folderObjs(const std::filesystem::path& folde
 
 void ObjScalerBatch(Program& program, double scale, const std::string& scaleText) {
   ui::Opening& o = program.opening;
-  for (const std::filesystem::path& file : folderObjs(program.currentDir)) {
+  o.ListOBJBatch.clear();
+  for (const std::filesystem::path& file : folderObjs(program.currentDir)) o.ListOBJBatch.addItem(file.string());
+  for (const std::string& file : o.ListOBJBatch.items()) {
     scaleFile(file, program.workFile("obj.txt"), scale);
     hideScaleControls(o);
   }

@@ -313,7 +313,8 @@ void scanMainGeometryPropFile(FigureScanner& in, GeometryScan& out) {
 
 // The props' geometry files, from the reader's position to the end of the file.
 void scanProps(FigureScanner& in, const std::vector<std::string>& known, GeometryScan& out) {
-  Needles props{"prop "};
+  // An embedded mesh of any part, a body part's too, offers the export of the geometry.
+  Needles props{"prop ", "geomCustom"};
   std::string_view view;
   std::string field;
   bool pending = false;  // `field` is still to be examined
@@ -324,6 +325,7 @@ void scanProps(FigureScanner& in, const std::vector<std::string>& known, Geometr
       field.assign(view);
     }
     pending = false;
+    if (contains(field, "geomCustom")) out.laterCustomGeometry = true;
     if (!hasPrefix(field, "prop ")) continue;
     std::string name = Mid(field, 6);
     if (contains(in.ReadField(), "geomCustom")) out.propCustomGeometry = true;

@@ -40,11 +40,12 @@ std::string colourEntry(std::string_view line);
 
 // The main geometry and the props' geometry files.
 struct GeometryScan {
-  bool customGeometry = false;      // a geomCustom before the main geometry
-  bool mainFound = false;           // the main geometry was read
-  std::string mainObj;              // the text behind "Geometries:" (TextMainOBJ)
-  bool propCustomGeometry = false;  // a geomCustom among the props
-  std::vector<std::string> props;   // new values for the props list
+  bool customGeometry = false;       // a geomCustom before the main geometry
+  bool mainFound = false;            // the main geometry was read
+  std::string mainObj;               // the text behind "Geometries:" (TextMainOBJ)
+  bool propCustomGeometry = false;   // a geomCustom among the props
+  bool laterCustomGeometry = false;  // a geomCustom anywhere behind the main geometry
+  std::vector<std::string> props;    // new values for the props list
 };
 // `propFile` for hair and prop files; `knownProps` are the props list's entries so far.
 void scanGeometry(FigureScanner& in, bool propFile, const std::vector<std::string>& knownProps,

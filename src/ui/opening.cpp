@@ -38,6 +38,7 @@ Opening::Opening() : Form("Opening") {
   LabelY.setCaption("Y");
   LabelZ.setCaption("Z");
   DirTransferParts.setVisible(false);
+  CheckOBJBatch.setToolTip("Scales all files in the current folder.");
   ListTwistParts.setItems({"Thigh", "Hip (as alternate Thigh name)", "Shoulder"});
 }
 

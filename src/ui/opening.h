@@ -168,6 +168,7 @@ class Opening : public Form {
   TextBox TextOBJScale{this, "TextOBJScale"};
   Slider SliderOBJScale{this, "SliderOBJScale", 1, 1000};
   CheckBox CheckOBJBatch{this, "CheckOBJBatch"};
+  ListBox ListOBJBatch{this, "ListOBJBatch"};  // hidden: the batch's OBJ paths
   Frame FrameMash{this, "FrameMash"};
   OptionButton OptionMashOBJ{this, "OptionMashOBJ", &FrameMash};
   OptionButton OptionMashMorph{this, "OptionMashMorph", &FrameMash};

@@ -52,6 +52,7 @@ void showGeometry(Program& program, const text::GeometryScan& scan, std::excepti
     enterGeometryFolder(program, root);
     if (scan.propCustomGeometry) showObjExtract(form);
   }
+  if (scan.laterCustomGeometry) showObjExtract(form);
   if (fault) std::rethrow_exception(fault);
   appendEntries(form.ListPropObj, scan.props);
   if (form.ListPropObj.listCount() == 0) {

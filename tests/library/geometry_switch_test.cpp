@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "test_support.h"
 
 namespace tolvane::test {
@@ -41,6 +43,7 @@ TEST_F(GeomSwitchTest, FirstAlternateAddsItsBlockAndTheDialASecondMovesTheMaximu
   std::string obj = (poser / "Runtime" / "Geometries" / "Alt" / "long.obj").string();
   run(figure, "    hip:1 * 2", obj);
   std::string relative = obj.substr(obj.find("Geometries") + 11);
+  std::replace(relative.begin(), relative.end(), '/', '\\');
   Lines first = {"{", "actor hip:1", "\t{", "\tname hip", "\tparent BODY:1", "\talternateGeom hip_1", "\t{",
                  "\t\tname hip_1", "\t\tobjFile 1001 Runtime\\Geometries\\" + relative, "\t}", "\tchannels",
                  "\t\t{", "\t\ttwistY twisty", "\t\t\t{", "\t\t\t}", "\t\tgeomChan hipGeom", "\t\t\t{",
@@ -51,8 +54,8 @@ TEST_F(GeomSwitchTest, FirstAlternateAddsItsBlockAndTheDialASecondMovesTheMaximu
   EXPECT_EQ(readFile(t.work() / "AltGeom.cr2"), crlf(withChest(first)));
   EXPECT_EQ(t->opening.ListAltGeomActors.listCount(), 0);
 
-  // The result of the first run, run again: a second block, and the first maximum behind
-  // the dial's interpStyleLocked line (the next part's) becomes 2; the dial keeps its 1.
+  // The result of the first run, run again: a second block, and the dial's maximum
+  // becomes 2; the next part's keeps its 1.
   auto again = t.files() / "again.cr2";
   std::filesystem::copy_file(t.work() / "AltGeom.cr2", again);
   run(again, "    hip:1 * 2", obj);
@@ -60,8 +63,8 @@ TEST_F(GeomSwitchTest, FirstAlternateAddsItsBlockAndTheDialASecondMovesTheMaximu
   EXPECT_NE(second.find("\talternateGeom hip_2\r\n"), std::string::npos);
   EXPECT_NE(second.find("\t\tobjFile 1002 "), std::string::npos);
   EXPECT_NE(second.find("\t\t\tmax 2\r\n"), std::string::npos);
-  EXPECT_LT(second.find("\t\t\tmax 1\r\n"), second.find("actor chest:1"));
-  EXPECT_GT(second.find("\t\t\tmax 2\r\n"), second.find("actor chest:1"));
+  EXPECT_GT(second.find("\t\t\tmax 1\r\n"), second.find("actor chest:1"));
+  EXPECT_LT(second.find("\t\t\tmax 2\r\n"), second.find("actor chest:1"));
   EXPECT_EQ(t.services.pending(), 0u);
 }
 
