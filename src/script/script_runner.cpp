@@ -266,9 +266,13 @@ void Runner::act(const ScriptLine& line) {
     EventArgs args;
     args.keyCode = std::stoi(w[1]);
     std::string name = t.control ? t.control->name() : t.form->name();
-    if (m_program->events().has(t.form->name(), name, EventKind::Key)) fire(t, EventKind::Key, args);
-    else if (args.keyCode == 13) fire(t, EventKind::Enter, args);
-    else throw ScriptWrong("no key event on " + w[0]);
+    // As in the window: the key press, and Enter besides as its own event, so that a box
+    // that reads both (ComboFind: F3 and Enter) takes Enter.
+    const bool onKey = m_program->events().has(t.form->name(), name, EventKind::Key);
+    const bool onEnter = args.keyCode == 13 && m_program->events().has(t.form->name(), name, EventKind::Enter);
+    if (!onKey && !onEnter) throw ScriptWrong("no key event on " + w[0]);
+    if (onKey) fire(t, EventKind::Key, args);
+    if (onEnter) fire(t, EventKind::Enter, args);
   } else if (s == "menu") {
     Target t = target(line.rest);
     if (t.control != nullptr && !t.control->enabled()) check(false, line, line.rest + " is disabled");

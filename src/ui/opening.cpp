@@ -39,6 +39,7 @@ Opening::Opening() : Form("Opening") {
   LabelZ.setCaption("Z");
   DirTransferParts.setVisible(false);
   CheckOBJBatch.setToolTip("Scales all files in the current folder.");
+  ListChannelsReorder.setToolTip("Doubleclick a channel to change the tracking speed.");
   ListTwistParts.setItems({"Thigh", "Hip (as alternate Thigh name)", "Shoulder"});
 }
 
