@@ -176,7 +176,16 @@ void RenameMorphClick(Program& program) {
   }
   r.newName = f.TextMorphRename.text();
   program.setBusy(true);
-  rewrite(program, r);
+  try {
+    rewrite(program, r);
+  } catch (...) {
+    // A name the file does not hold ends the tool here: nothing is offered for saving,
+    // and the box and the options go as after an answer.
+    f.TextMorphRename.setText("");
+    f.TextMorphRename.setVisible(false);
+    hideOptions(f);
+    throw;
+  }
   program.setBusy(false);
 
   auto answer =
