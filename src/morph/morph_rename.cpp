@@ -176,16 +176,7 @@ void RenameMorphClick(Program& program) {
   }
   r.newName = f.TextMorphRename.text();
   program.setBusy(true);
-  try {
-    rewrite(program, r);
-  } catch (...) {
-    // A name the file does not hold ends the tool here: nothing is offered for saving,
-    // and the box and the options go as after an answer.
-    f.TextMorphRename.setText("");
-    f.TextMorphRename.setVisible(false);
-    hideOptions(f);
-    throw;
-  }
+  rewrite(program, r);
   program.setBusy(false);
 
   auto answer =
