@@ -251,8 +251,16 @@ void Runner::act(const ScriptLine& line) {
   } else if (s == "drop") {
     if (w.size() != 2) throw ScriptWrong("drop needs SOURCE TARGET");
     Target source = target(w[0]);
+    const std::string sourceName = source.control ? source.control->name() : source.form->name();
+    // A drag begins with the left button pressed on its source, as in the window; a list
+    // that reads that press decides there whether its lines may be dragged.
+    if (m_program->events().has(source.form->name(), sourceName, EventKind::Press)) {
+      EventArgs press;
+      press.button = 1;
+      fire(source, EventKind::Press, press);
+    }
     EventArgs args;
-    args.source = source.form->name() + "." + (source.control ? source.control->name() : source.form->name());
+    args.source = source.form->name() + "." + sourceName;
     fire(target(w[1]), EventKind::Drop, args);
   } else if (s == "type") {
     Target t = target(w.empty() ? "" : w[0]);
