@@ -40,6 +40,9 @@ void registerPanes(EventTable& table, const std::string& f) {
               [side](Program& p, const EventArgs& a) { editor::PaneKeyDown(p, side, a); });
     table.add(f, pane, EventKind::Click,
               [side](Program& p, const EventArgs&) { editor::PaneClick(p, side); });
+    // The button going down or up in a pane shows the cursor's line as well.
+    for (EventKind kind : {EventKind::Press, EventKind::Release})
+      table.add(f, pane, kind, [side](Program& p, const EventArgs&) { editor::ShowLineNumber(p, side); });
     table.add(f, side == Side::Left ? "Timer1" : "Timer2", EventKind::Timer,
               [side](Program& p, const EventArgs&) { editor::PaneTimer(p, side); });
   }
