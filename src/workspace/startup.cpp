@@ -212,7 +212,10 @@ void MenuAttribClick(Program& program) {
     if (it->is_regular_file(ec) && text::LCase(text::Right(name, 4)) == "." + text::LCase(extension))
       matches.push_back(it->path());
   }
-  std::sort(matches.begin(), matches.end());
+  // The folder's own order, as the home platform lists it: by name, letter case ignored.
+  std::sort(matches.begin(), matches.end(), [](const std::filesystem::path& a, const std::filesystem::path& b) {
+    return text::LCase(a.filename().string()) < text::LCase(b.filename().string());
+  });
   int count = 0;
   for (std::size_t i = 0; i < matches.size(); ++i) {
     if (!text::isReadOnly(matches[i])) continue;

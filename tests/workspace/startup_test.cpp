@@ -136,14 +136,17 @@ TEST(Exit, NotesThatCannotBeWrittenAreToldAndTheExitGoesOn) {
 
 TEST(ReadOnlyTool, ClearsTheAttributeAndCountsFromTheSecondMatch) {
   TestProgram t;
-  for (const char* n : {"a.cr2", "b.cr2", "c.cr2", "d.pz2"}) {
+  // "a.cr2" (writable) is the first match as the folder lists it, before "B.cr2":
+  // both read-only files after it count.
+  writeFile(t.files() / "a.cr2", "x");
+  for (const char* n : {"B.cr2", "c.cr2", "d.pz2"}) {
     writeFile(t.files() / n, "x");
     text::setReadOnly(t.files() / n);
   }
   t.services.dialog((t.files() / "a.cr2").string());
   t.services.expect("Note!", "ReadOnly removed from 2 files with cr2 extensions.");
   fireEvent(*t, "Opening", "MenuAttrib", EventKind::Click);
-  for (const char* n : {"a.cr2", "b.cr2", "c.cr2"}) EXPECT_FALSE(text::isReadOnly(t.files() / n)) << n;
+  for (const char* n : {"a.cr2", "B.cr2", "c.cr2"}) EXPECT_FALSE(text::isReadOnly(t.files() / n)) << n;
   EXPECT_TRUE(text::isReadOnly(t.files() / "d.pz2"));
 }
 
