@@ -128,8 +128,8 @@ void AddToMRU(Program& program, const std::string& path) {
 
 void SaveMRU(Program& program) {
   ui::ListBox& list = program.opening.ListMRU;
-  for (int i = 0; i < program.opening.MRUCount && i < list.listCount(); ++i)
-    saveSetting(program, kMRUFiles, std::to_string(i), list.list(i));
+  for (int i = 0; i < program.opening.MRUCount; ++i)
+    saveSetting(program, kMRUFiles, std::to_string(i), i < list.listCount() ? list.list(i) : std::string());
 }
 
 void ListMRUClick(Program& program) {
@@ -141,8 +141,9 @@ void ListMRUClick(Program& program) {
   if (!text::fileExists(text::nativePath(form.OpenFilePath))) {
     ui::msgBox(program.services, "This file has been moved or deleted.", "Error!", ui::Buttons::OK,
                ui::Icon::Critical);
+    // The count stays: the exit then writes an empty value in the last key, so the
+    // removed file does not come back at the next start.
     form.ListMRU.removeItem(index);
-    if (form.MRUCount > 0) --form.MRUCount;
     return;
   }
   if (form.OpenFilePath.empty()) return;

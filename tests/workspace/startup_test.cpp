@@ -71,16 +71,26 @@ TEST(RecentFiles, KeepTenComparedWithoutCaseAndAreReadBackToTheFirstEmptyValue) 
   EXPECT_EQ(again->opening.MRUCount, 5);
 }
 
-TEST(RecentFiles, AClickOnAVanishedFileRemovesIt) {
+TEST(RecentFiles, AClickOnAVanishedFileRemovesItForGood) {
   TestProgram t;
-  AddToMRU(*t, (t.files() / "gone.cr2").string());
+  t.settings.save(kAppName, "Startup", "PLoc", "/nowhere/");
+  t.settings.save(kAppName, "MRUFiles", "0", (t.files() / "kept.cr2").string());
+  t.settings.save(kAppName, "MRUFiles", "1", (t.files() / "gone.cr2").string());
+  fireEvent(*t, "Opening", "Opening", EventKind::Load);
   t->opening.ListMRU.setVisible(true);
-  t->opening.ListMRU.setListIndex(0);
+  t->opening.ListMRU.setListIndex(1);
   t.services.expect("Error!", "This file has been moved or deleted.");
   fireEvent(*t, "Opening", "ListMRU", EventKind::Click);
-  EXPECT_EQ(t->opening.ListMRU.listCount(), 0);
+  EXPECT_EQ(t->opening.ListMRU.listCount(), 1);
   EXPECT_FALSE(t->opening.ListMRU.visible());
   EXPECT_EQ(t.services.messages().at(0).icon, ui::Icon::Critical);
+  // The last key is emptied at exit: the next start lists the kept file alone.
+  fireEvent(*t, "Opening", "Opening", EventKind::Unload);
+  TestProgram again;
+  again.settings = t.settings;
+  fireEvent(*again, "Opening", "Opening", EventKind::Load);
+  ASSERT_EQ(again->opening.ListMRU.listCount(), 1);
+  EXPECT_EQ(again->opening.ListMRU.list(0), (t.files() / "kept.cr2").string());
 }
 
 TEST(Notes, DoubleClickAppendsWithAHeadingAndHidesTheBox) {
