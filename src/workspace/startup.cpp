@@ -285,8 +285,11 @@ void registerStartupEvents(EventTable& table) {
   table.add(o, "MenuPropTexRel", EventKind::Click, [](Program&, const EventArgs&) {});
   table.add(o, "MenuNotepad", EventKind::Click,
             [](Program& p, const EventArgs&) { p.opening.TextOpeningNotes.setVisible(true); });
-  table.add(o, "TextOpeningNotes", EventKind::DblClick,
-            [](Program& p, const EventArgs&) { AppendNotes(p, p.workFile("Notes.txt").string()); });
+  // The double click closes the notepad: written when it holds text, hidden either way.
+  table.add(o, "TextOpeningNotes", EventKind::DblClick, [](Program& p, const EventArgs&) {
+    AppendNotes(p, p.workFile("Notes.txt").string());
+    p.opening.TextOpeningNotes.setVisible(false);
+  });
   table.add(o, "TextOpeningNotes", EventKind::RightClick, [](Program& p, const EventArgs&) {
     ui::msgBox(p.services, "Doubleclick to hide this notepad.", "Info", ui::Buttons::OK, ui::Icon::Information);
   });

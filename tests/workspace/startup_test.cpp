@@ -96,6 +96,12 @@ TEST(RecentFiles, AClickOnAVanishedFileRemovesItForGood) {
 TEST(Notes, DoubleClickAppendsWithAHeadingAndHidesTheBox) {
   TestProgram t;
   t.services.setNow(std::chrono::system_clock::from_time_t(0));
+  // An empty notepad only hides.
+  t->opening.TextOpeningNotes.setVisible(true);
+  fireEvent(*t, "Opening", "TextOpeningNotes", EventKind::DblClick);
+  EXPECT_FALSE(t->opening.TextOpeningNotes.visible());
+  EXPECT_FALSE(std::filesystem::exists(t.work() / "Notes.txt"));
+  t->opening.TextOpeningNotes.setVisible(true);
   t->opening.TextOpeningNotes.setText("fix the lShin morph");
   fireEvent(*t, "Opening", "TextOpeningNotes", EventKind::DblClick);
   std::string notes = readFile(t.work() / "Notes.txt");
