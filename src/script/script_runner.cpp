@@ -124,6 +124,9 @@ Runner::Target Runner::target(const std::string& name) const {
   if (auto dot = name.find('.'); dot != std::string::npos) {
     formName = name.substr(0, dot);
     controlName = name.substr(dot + 1);
+  } else if (ui::Form* named = m_program->form(name);
+             named != nullptr && m_program->opening.control(name) == nullptr) {
+    return {named, nullptr};  // a bare form name: the form itself (its caption, whether it shows)
   }
   ui::Form* form = m_program->form(formName);
   if (form == nullptr) throw ScriptWrong("unknown form " + formName);

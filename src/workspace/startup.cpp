@@ -128,8 +128,8 @@ void AddToMRU(Program& program, const std::string& path) {
 
 void SaveMRU(Program& program) {
   ui::ListBox& list = program.opening.ListMRU;
-  for (int i = 0; i < program.opening.MRUCount && i < list.listCount(); ++i)
-    saveSetting(program, kMRUFiles, std::to_string(i), list.list(i));
+  for (int i = 0; i < program.opening.MRUCount; ++i)
+    saveSetting(program, kMRUFiles, std::to_string(i), i < list.listCount() ? list.list(i) : std::string());
 }
 
 void ListMRUClick(Program& program) {
@@ -141,8 +141,9 @@ void ListMRUClick(Program& program) {
   if (!text::fileExists(text::nativePath(form.OpenFilePath))) {
     ui::msgBox(program.services, "This file has been moved or deleted.", "Error!", ui::Buttons::OK,
                ui::Icon::Critical);
+    // The count stays: the exit then writes an empty value in the last key, so the
+    // removed file does not come back at the next start.
     form.ListMRU.removeItem(index);
-    if (form.MRUCount > 0) --form.MRUCount;
     return;
   }
   if (form.OpenFilePath.empty()) return;
@@ -212,7 +213,10 @@ void MenuAttribClick(Program& program) {
     if (it->is_regular_file(ec) && text::LCase(text::Right(name, 4)) == "." + text::LCase(extension))
       matches.push_back(it->path());
   }
-  std::sort(matches.begin(), matches.end());
+  // The folder's own order, as the home platform lists it: by name, letter case ignored.
+  std::sort(matches.begin(), matches.end(), [](const std::filesystem::path& a, const std::filesystem::path& b) {
+    return text::LCase(a.filename().string()) < text::LCase(b.filename().string());
+  });
   int count = 0;
   for (std::size_t i = 0; i < matches.size(); ++i) {
     if (!text::isReadOnly(matches[i])) continue;
@@ -281,8 +285,11 @@ void registerStartupEvents(EventTable& table) {
   table.add(o, "MenuPropTexRel", EventKind::Click, [](Program&, const EventArgs&) {});
   table.add(o, "MenuNotepad", EventKind::Click,
             [](Program& p, const EventArgs&) { p.opening.TextOpeningNotes.setVisible(true); });
-  table.add(o, "TextOpeningNotes", EventKind::DblClick,
-            [](Program& p, const EventArgs&) { AppendNotes(p, p.workFile("Notes.txt").string()); });
+  // The double click closes the notepad: written when it holds text, hidden either way.
+  table.add(o, "TextOpeningNotes", EventKind::DblClick, [](Program& p, const EventArgs&) {
+    AppendNotes(p, p.workFile("Notes.txt").string());
+    p.opening.TextOpeningNotes.setVisible(false);
+  });
   table.add(o, "TextOpeningNotes", EventKind::RightClick, [](Program& p, const EventArgs&) {
     ui::msgBox(p.services, "Doubleclick to hide this notepad.", "Info", ui::Buttons::OK, ui::Icon::Information);
   });

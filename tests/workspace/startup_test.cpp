@@ -71,21 +71,37 @@ TEST(RecentFiles, KeepTenComparedWithoutCaseAndAreReadBackToTheFirstEmptyValue) 
   EXPECT_EQ(again->opening.MRUCount, 5);
 }
 
-TEST(RecentFiles, AClickOnAVanishedFileRemovesIt) {
+TEST(RecentFiles, AClickOnAVanishedFileRemovesItForGood) {
   TestProgram t;
-  AddToMRU(*t, (t.files() / "gone.cr2").string());
+  t.settings.save(kAppName, "Startup", "PLoc", "/nowhere/");
+  t.settings.save(kAppName, "MRUFiles", "0", (t.files() / "kept.cr2").string());
+  t.settings.save(kAppName, "MRUFiles", "1", (t.files() / "gone.cr2").string());
+  fireEvent(*t, "Opening", "Opening", EventKind::Load);
   t->opening.ListMRU.setVisible(true);
-  t->opening.ListMRU.setListIndex(0);
+  t->opening.ListMRU.setListIndex(1);
   t.services.expect("Error!", "This file has been moved or deleted.");
   fireEvent(*t, "Opening", "ListMRU", EventKind::Click);
-  EXPECT_EQ(t->opening.ListMRU.listCount(), 0);
+  EXPECT_EQ(t->opening.ListMRU.listCount(), 1);
   EXPECT_FALSE(t->opening.ListMRU.visible());
   EXPECT_EQ(t.services.messages().at(0).icon, ui::Icon::Critical);
+  // The last key is emptied at exit: the next start lists the kept file alone.
+  fireEvent(*t, "Opening", "Opening", EventKind::Unload);
+  TestProgram again;
+  again.settings = t.settings;
+  fireEvent(*again, "Opening", "Opening", EventKind::Load);
+  ASSERT_EQ(again->opening.ListMRU.listCount(), 1);
+  EXPECT_EQ(again->opening.ListMRU.list(0), (t.files() / "kept.cr2").string());
 }
 
 TEST(Notes, DoubleClickAppendsWithAHeadingAndHidesTheBox) {
   TestProgram t;
   t.services.setNow(std::chrono::system_clock::from_time_t(0));
+  // An empty notepad only hides.
+  t->opening.TextOpeningNotes.setVisible(true);
+  fireEvent(*t, "Opening", "TextOpeningNotes", EventKind::DblClick);
+  EXPECT_FALSE(t->opening.TextOpeningNotes.visible());
+  EXPECT_FALSE(std::filesystem::exists(t.work() / "Notes.txt"));
+  t->opening.TextOpeningNotes.setVisible(true);
   t->opening.TextOpeningNotes.setText("fix the lShin morph");
   fireEvent(*t, "Opening", "TextOpeningNotes", EventKind::DblClick);
   std::string notes = readFile(t.work() / "Notes.txt");
@@ -136,14 +152,17 @@ TEST(Exit, NotesThatCannotBeWrittenAreToldAndTheExitGoesOn) {
 
 TEST(ReadOnlyTool, ClearsTheAttributeAndCountsFromTheSecondMatch) {
   TestProgram t;
-  for (const char* n : {"a.cr2", "b.cr2", "c.cr2", "d.pz2"}) {
+  // "a.cr2" (writable) is the first match as the folder lists it, before "B.cr2":
+  // both read-only files after it count.
+  writeFile(t.files() / "a.cr2", "x");
+  for (const char* n : {"B.cr2", "c.cr2", "d.pz2"}) {
     writeFile(t.files() / n, "x");
     text::setReadOnly(t.files() / n);
   }
   t.services.dialog((t.files() / "a.cr2").string());
   t.services.expect("Note!", "ReadOnly removed from 2 files with cr2 extensions.");
   fireEvent(*t, "Opening", "MenuAttrib", EventKind::Click);
-  for (const char* n : {"a.cr2", "b.cr2", "c.cr2"}) EXPECT_FALSE(text::isReadOnly(t.files() / n)) << n;
+  for (const char* n : {"a.cr2", "B.cr2", "c.cr2"}) EXPECT_FALSE(text::isReadOnly(t.files() / n)) << n;
   EXPECT_TRUE(text::isReadOnly(t.files() / "d.pz2"));
 }
 
